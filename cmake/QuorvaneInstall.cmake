@@ -1,0 +1,1 @@
+# Grows with the components; see QuorvaneTargets.cmake for the list of libraries.

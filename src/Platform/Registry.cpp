@@ -1,0 +1,70 @@
+#include "Platform/Registry.h"
+
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+#include "Platform/HTTPTransport.h"
+#include "Platform/MainQueue.h"
+#include "Platform/Precondition.h"
+
+namespace quorvane::platform {
+namespace {
+
+struct World {
+    std::recursive_mutex mutex;
+    std::shared_ptr<Platform> platform;
+    std::unordered_map<std::type_index, std::shared_ptr<void>> instances;
+    std::vector<std::type_index> inOrderOfMaking;
+};
+
+World& world() {
+    static World instance;
+    return instance;
+}
+
+}  // namespace
+
+void install(std::shared_ptr<Platform> platform) {
+    World& process = world();
+    {
+        const std::lock_guard lock(process.mutex);
+        if (process.platform) {
+            process.platform->transport().close();
+            process.platform->mainQueue().close();
+            while (!process.inOrderOfMaking.empty()) {
+                process.instances.erase(process.inOrderOfMaking.back());
+                process.inOrderOfMaking.pop_back();
+            }
+        }
+        process.platform.swap(platform);
+    }
+    // The platform that was in use ends here, outside the lock, as its threads may still ask for an instance.
+    platform.reset();
+}
+
+Platform& current() {
+    World& process = world();
+    const std::lock_guard lock(process.mutex);
+    QV_PRECONDITION(process.platform != nullptr, "a platform must be installed (quorvane::platform::install)");
+    return *process.platform;
+}
+
+bool isInstalled() {
+    World& process = world();
+    const std::lock_guard lock(process.mutex);
+    return process.platform != nullptr;
+}
+
+void* registry::find(std::type_index type, Maker make) {
+    World& process = world();
+    const std::lock_guard lock(process.mutex);
+    if (const auto found = process.instances.find(type); found != process.instances.end()) {
+        return found->second.get();
+    }
+    std::shared_ptr<void> made = make(current());
+    process.inOrderOfMaking.push_back(type);
+    return process.instances.emplace(type, std::move(made)).first->second.get();
+}
+
+}  // namespace quorvane::platform
