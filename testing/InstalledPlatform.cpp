@@ -1,0 +1,18 @@
+#include "testing/InstalledPlatform.h"
+
+namespace quorvane::testing {
+
+InstalledPlatform::InstalledPlatform(const SimulatedOptions& options) : simulated(SimulatedPlatform::make(options)) {
+    platform::install(simulated);
+}
+
+InstalledPlatform::~InstalledPlatform() {
+    platform::install(nullptr);
+}
+
+void InstalledPlatform::relaunch() {
+    simulated = SimulatedPlatform::make(simulated->nextLaunch());
+    platform::install(simulated);
+}
+
+} // namespace quorvane::testing

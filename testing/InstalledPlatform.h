@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "testing/SimulatedPlatform.h"
+
+namespace quorvane::testing {
+
+/// A simulated platform that is the one in use from its construction to its destruction: a member of a test's fixture,
+/// so that each test starts in a clean world. Main thread only.
+class InstalledPlatform {
+public:
+    explicit InstalledPlatform(const SimulatedOptions& options = {});
+    InstalledPlatform(const InstalledPlatform&) = delete;
+    InstalledPlatform& operator=(const InstalledPlatform&) = delete;
+    /// Leaves no platform in use.
+    ~InstalledPlatform();
+
+    [[nodiscard]] SimulatedPlatform& operator*() const { return *simulated; }
+    [[nodiscard]] SimulatedPlatform* operator->() const { return simulated.get(); }
+
+    /// The application ends and starts again with what it stored; see `SimulatedPlatform::nextLaunch`.
+    void relaunch();
+
+private:
+    std::shared_ptr<SimulatedPlatform> simulated;
+};
+
+} // namespace quorvane::testing

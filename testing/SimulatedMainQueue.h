@@ -1,0 +1,74 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <unordered_map>
+#include <utility>
+
+#include "Platform/Clock.h"
+#include "Platform/MainQueue.h"
+
+namespace quorvane::testing {
+
+/// A main queue that runs its work when it is told to, on the thread that made it (the main thread).
+///
+/// Inside a `SimulatedPlatform` use `SimulatedPlatform::advance` and its siblings instead of the `run` functions here.
+class SimulatedMainQueue : public platform::MainQueue {
+public:
+    /// @p clock outlives the queue.
+    explicit SimulatedMainQueue(const platform::Clock& clock);
+    ~SimulatedMainQueue() override;
+
+    void post(Work work) override;
+    Ticket postAfter(std::chrono::nanoseconds delay, Work work) override;
+    void cancel(Ticket ticket) override;
+    [[nodiscard]] bool isMainThread() const override;
+    void close() override;
+
+    /// Runs the piece of work that is next now: posted work first, then delayed work in the order of its due times.
+    /// Main thread, never inside a piece of work. False when there was none.
+    bool runNext();
+
+    /// As `runNext`, but of delayed work only.
+    bool runNextDelayed();
+
+    /// Whether anything could run now without the clock moving.
+    [[nodiscard]] bool hasWork() const;
+
+    /// The first due time after now, by the monotonic clock.
+    [[nodiscard]] std::optional<std::chrono::nanoseconds> nextDue() const;
+
+    /// Pieces of delayed work that wait for their due time or are due.
+    [[nodiscard]] std::size_t delayedCount() const;
+
+    /// Waits in real time until there is posted work or @p realTime has passed. Answers whether there is any.
+    bool waitForPost(std::chrono::milliseconds realTime);
+
+    /// Whether a piece of work is running now.
+    [[nodiscard]] bool isRunning() const { return running; }
+
+private:
+    /// Due time by the monotonic clock, and the order of posting among equal ones.
+    using Due = std::pair<std::chrono::nanoseconds, Ticket>;
+
+    bool run(bool delayedOnly);
+
+    const platform::Clock& clock;
+    const std::thread::id mainThread = std::this_thread::get_id();
+    mutable std::mutex mutex;
+    std::condition_variable arrived;
+    std::deque<Work> posted;
+    std::map<Due, Work> delayed;
+    std::unordered_map<Ticket, Due> tickets;
+    Ticket lastTicket = 0;
+    bool closed = false;
+    bool running = false;
+};
+
+} // namespace quorvane::testing
