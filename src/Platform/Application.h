@@ -44,4 +44,4 @@ public:
     virtual void onMemoryWarning(std::function<void()> handler) = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

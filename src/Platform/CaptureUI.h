@@ -43,6 +43,6 @@ public:
     virtual ~ImagePicker() = default;
 };
 
-}  // namespace platform
+} // namespace platform
 
-}  // namespace quorvane
+} // namespace quorvane

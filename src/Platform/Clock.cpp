@@ -13,4 +13,4 @@ std::int64_t roundedSecondsSince1970(Date moment) {
     return rest <= -second / 2 ? whole - 1 : whole;
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

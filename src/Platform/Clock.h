@@ -33,4 +33,4 @@ public:
 /// Whole seconds since 1970, rounded to the nearest second (halves away from zero).
 [[nodiscard]] std::int64_t roundedSecondsSince1970(Date moment);
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -26,4 +26,4 @@ public:
     [[nodiscard]] virtual std::optional<std::string> environment(const std::string& name) const = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -20,4 +20,4 @@ public:
     [[nodiscard]] virtual std::array<std::uint8_t, 16> md5(std::string_view bytes) const = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

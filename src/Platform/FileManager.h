@@ -49,4 +49,4 @@ public:
     virtual std::error_code remove(const std::string& path) = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -77,4 +77,4 @@ public:
     virtual void close() = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

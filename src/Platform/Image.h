@@ -18,4 +18,4 @@ public:
     [[nodiscard]] virtual int height() const = 0;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -26,4 +26,4 @@ private:
     std::shared_ptr<const int> alive = std::make_shared<const int>(0);
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

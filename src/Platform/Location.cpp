@@ -9,9 +9,11 @@ namespace {
 
 constexpr double meanEarthRadius = 6'371'008.8;
 
-constexpr double radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+constexpr double radians(double degrees) {
+    return degrees * std::numbers::pi / 180.0;
+}
 
-}  // namespace
+} // namespace
 
 bool Coordinate::isValid() const {
     return latitude >= -90 && latitude <= 90 && longitude >= -180 && longitude <= 180;
@@ -26,6 +28,8 @@ double distance(const Coordinate& a, const Coordinate& b) {
     return 2 * meanEarthRadius * std::asin(std::sqrt(std::clamp(haversine, 0.0, 1.0)));
 }
 
-double Location::distance(const Location& other) const { return platform::distance(coordinate, other.coordinate); }
+double Location::distance(const Location& other) const {
+    return platform::distance(coordinate, other.coordinate);
+}
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -41,4 +41,4 @@ struct Location {
 /// by the haversine formula. The result is finite for finite arguments, valid or not.
 [[nodiscard]] double distance(const Coordinate& a, const Coordinate& b);
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -46,4 +46,4 @@ void install(std::shared_ptr<Platform> platform);
 
 [[nodiscard]] bool isInstalled();
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -10,4 +10,4 @@ void preconditionFailed(const char* what, const char* file, int line) {
     std::abort();
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

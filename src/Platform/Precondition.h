@@ -5,7 +5,7 @@ namespace quorvane::platform {
 /// Prints what was required and aborts the process.
 [[noreturn]] void preconditionFailed(const char* what, const char* file, int line);
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform
 
 /// Stops the process with @p what on the error output when @p condition does not hold: a programming error of the
 /// host or of the library, never the outcome of bad input.

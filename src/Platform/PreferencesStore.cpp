@@ -10,4 +10,4 @@ void PreferencesStore::setOptionalString(std::string_view key, const std::option
     }
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

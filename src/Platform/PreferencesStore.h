@@ -50,4 +50,4 @@ public:
     void setOptionalString(std::string_view key, const std::optional<std::string>& value);
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -23,7 +23,7 @@ World& world() {
     return instance;
 }
 
-}  // namespace
+} // namespace
 
 void install(std::shared_ptr<Platform> platform) {
     World& process = world();
@@ -67,4 +67,4 @@ void* registry::find(std::type_index type, Maker make) {
     return process.instances.emplace(type, std::move(made)).first->second.get();
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

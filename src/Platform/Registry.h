@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <type_traits>
 #include <typeindex>
 
 #include "Platform/Platform.h"
@@ -16,13 +17,18 @@ using Maker = std::shared_ptr<void> (*)(Platform&);
 /// The instance for @p type, made with @p make when there is none. @p make may ask for further instances.
 [[nodiscard]] void* find(std::type_index type, Maker make);
 
-}  // namespace registry
+} // namespace registry
 
-/// The shared `T` of the process, constructed from the platform in use.
+/// The shared `T` of the process, constructed from the platform in use where its constructor wants one.
 template <class T>
 [[nodiscard]] T& shared() {
-    return *static_cast<T*>(registry::find(
-        typeid(T), [](Platform& platform) -> std::shared_ptr<void> { return std::make_shared<T>(platform); }));
+    return *static_cast<T*>(registry::find(typeid(T), [](Platform& platform) -> std::shared_ptr<void> {
+        if constexpr (std::is_constructible_v<T, Platform&>) {
+            return std::make_shared<T>(platform);
+        } else {
+            return std::make_shared<T>();
+        }
+    }));
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

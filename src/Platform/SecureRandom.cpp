@@ -43,4 +43,4 @@ std::string uuidText(const std::uint8_t* bytes) {
     return text;
 }
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -29,4 +29,4 @@ public:
 /// @p bytes (16 of them) as a UUID's upper-case text, 8-4-4-4-12.
 [[nodiscard]] std::string uuidText(const std::uint8_t* bytes);
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

@@ -49,7 +49,9 @@ Timer::Timer(Clock& clock, MainQueue& queue, nanoseconds interval, std::function
     state->schedule();
 }
 
-Timer::~Timer() { invalidate(); }
+Timer::~Timer() {
+    invalidate();
+}
 
 void Timer::invalidate() {
     if (state->valid) {
@@ -58,6 +60,8 @@ void Timer::invalidate() {
     }
 }
 
-bool Timer::isValid() const { return state->valid; }
+bool Timer::isValid() const {
+    return state->valid;
+}
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform

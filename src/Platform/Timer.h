@@ -32,4 +32,4 @@ private:
     std::shared_ptr<State> state;
 };
 
-}  // namespace quorvane::platform
+} // namespace quorvane::platform
