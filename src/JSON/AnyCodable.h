@@ -31,8 +31,7 @@ public:
     AnyCodable(bool flag) : value(flag) {}
     AnyCodable(double number) : value(number) {}
     template <std::integral Integer>
-        requires(!std::same_as<Integer, bool>)
-    AnyCodable(Integer number) : value(static_cast<std::int64_t>(number)) {}
+    requires(!std::same_as<Integer, bool>) AnyCodable(Integer number) : value(static_cast<std::int64_t>(number)) {}
     AnyCodable(std::string text) : value(std::move(text)) {}
     AnyCodable(std::string_view text) : value(std::string(text)) {}
     AnyCodable(const char* text) : value(std::string(text)) {}
@@ -44,4 +43,4 @@ public:
     Value value;
 };
 
-}  // namespace quorvane
+} // namespace quorvane

@@ -21,7 +21,8 @@ using CodingPath = std::vector<CodingKey>;
 /// A path as a reader writes it: `data[3].questions[0].type`; empty for the document itself.
 [[nodiscard]] std::string textOf(const CodingPath& path);
 
-/// A document or a model could not be decoded. Never leaves the library.
+/// A document or a model could not be decoded; `what()` is the path, ": " and the description. Never leaves the
+/// library.
 class DecodingError : public std::runtime_error {
 public:
     enum class Kind {
@@ -46,7 +47,9 @@ public:
 /// A value has no form in JSON. Never leaves the library.
 class EncodingError : public std::runtime_error {
 public:
-    explicit EncodingError(const std::string& description);
+    explicit EncodingError(const std::string& description, CodingPath path = {});
+
+    CodingPath codingPath;
 };
 
-}  // namespace quorvane::json
+} // namespace quorvane::json

@@ -77,4 +77,4 @@ template <class Model>
 /// Any value as JSON text; an empty AnyCodable and a double that is not finite are written as null.
 [[nodiscard]] std::string writeExactly(const AnyCodable& value);
 
-}  // namespace quorvane::json
+} // namespace quorvane::json

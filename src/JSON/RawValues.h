@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -25,6 +26,10 @@ using TextTable = std::array<std::pair<Enum, std::string_view>, count>;
 template <class Enum>
 inline constexpr auto rawValues = nullptr;
 
+/// What a case is called in the message for a value that is none: "question type".
+template <class Enum>
+inline constexpr std::string_view typeName = "known value";
+
 template <class Enum, std::size_t count>
 constexpr TextTable<Enum, count> textTable(const std::pair<Enum, std::string_view> (&rows)[count]) {
     TextTable<Enum, count> table{};
@@ -44,9 +49,10 @@ inline constexpr bool isCodedEnum =
 
 /// The case with an integer raw value; none for an integer that is no case.
 template <class Enum>
-    requires hasIntegerRawValues<Enum>
+requires hasIntegerRawValues<Enum>
 constexpr std::optional<Enum> fromRawValue(std::int64_t raw) {
-    if (raw < static_cast<std::int64_t>(rawValues<Enum>.first) || raw > static_cast<std::int64_t>(rawValues<Enum>.last)) {
+    if (raw < static_cast<std::int64_t>(rawValues<Enum>.first) ||
+        raw > static_cast<std::int64_t>(rawValues<Enum>.last)) {
         return std::nullopt;
     }
     return static_cast<Enum>(raw);
@@ -54,8 +60,8 @@ constexpr std::optional<Enum> fromRawValue(std::int64_t raw) {
 
 /// The case with a text; none for a text that is no case. Case matters.
 template <class Enum>
-    requires(isCodedEnum<Enum> && !hasIntegerRawValues<Enum>)
-constexpr std::optional<Enum> fromRawValue(std::string_view text) {
+requires(isCodedEnum<Enum> &&
+         !hasIntegerRawValues<Enum>) constexpr std::optional<Enum> fromRawValue(std::string_view text) {
     for (const auto& [value, name] : rawValues<Enum>) {
         if (name == text) {
             return value;
@@ -66,8 +72,7 @@ constexpr std::optional<Enum> fromRawValue(std::string_view text) {
 
 /// The text of a case; empty for a value outside the enumeration.
 template <class Enum>
-    requires(isCodedEnum<Enum> && !hasIntegerRawValues<Enum>)
-constexpr std::string_view rawValue(Enum value) {
+requires(isCodedEnum<Enum> && !hasIntegerRawValues<Enum>) constexpr std::string_view rawValue(Enum value) {
     for (const auto& [candidate, name] : rawValues<Enum>) {
         if (candidate == value) {
             return name;
@@ -76,4 +81,4 @@ constexpr std::string_view rawValue(Enum value) {
     return {};
 }
 
-}  // namespace quorvane::json
+} // namespace quorvane::json

@@ -1,0 +1,145 @@
+#include "JSON/Parsing.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "JSON/CodingErrors.h"
+
+namespace quorvane::json {
+
+namespace {
+
+constexpr std::size_t deepest = 512;
+constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
+
+/// Calls @p outside with each position that is outside of the text's strings.
+template <class Visitor>
+void visitOutsideStrings(std::string_view text, Visitor outside) {
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (inString) {
+            if (c == '\\') {
+                ++i;
+            } else {
+                inString = c != '"';
+            }
+        } else if (c == '"') {
+            inString = true;
+        } else {
+            outside(i);
+        }
+    }
+}
+
+std::size_t depthOf(std::string_view text) {
+    std::size_t depth = 0;
+    std::size_t deepestSeen = 0;
+    visitOutsideStrings(text, [&](std::size_t i) {
+        if (text[i] == '[' || text[i] == '{') {
+            deepestSeen = std::max(deepestSeen, ++depth);
+        } else if ((text[i] == ']' || text[i] == '}') && depth > 0) {
+            --depth;
+        }
+    });
+    return deepestSeen;
+}
+
+bool isBeyond64Bits(std::string_view integer) {
+    std::int64_t value = 0;
+    return std::from_chars(integer.data(), integer.data() + integer.size(), value).ec == std::errc::result_out_of_range;
+}
+
+/// The text with ".0" behind each integer beyond 64 bits.
+std::string withLongIntegersAsDoubles(std::string_view text) {
+    std::string result;
+    std::size_t copied = 0;
+    std::size_t numberEnd = 0;
+    visitOutsideStrings(text, [&](std::size_t i) {
+        const bool startsNumber = text[i] == '-' || (text[i] >= '0' && text[i] <= '9');
+        if (i < numberEnd || !startsNumber) {
+            return;
+        }
+        numberEnd = std::min(text.find_first_not_of("0123456789.eE+-", i), text.size());
+        const std::string_view number = text.substr(i, numberEnd - i);
+        if (number.find_first_of(".eE+") == std::string_view::npos && isBeyond64Bits(number)) {
+            result += text.substr(copied, numberEnd - copied);
+            result += ".0";
+            copied = numberEnd;
+        }
+    });
+    return result += text.substr(copied);
+}
+
+std::string_view sentenceFor(simdjson::error_code error) {
+    switch (error) {
+        case simdjson::DEPTH_ERROR:
+            return "the text is nested more than 512 levels deep";
+        case simdjson::CAPACITY:
+        case simdjson::MEMALLOC:
+            return "the text is too large";
+        case simdjson::STRING_ERROR:
+            return "a string in the text has a wrong escape";
+        case simdjson::UNESCAPED_CHARS:
+            return "a string in the text holds a control character";
+        case simdjson::UNCLOSED_STRING:
+            return "a string in the text has no end";
+        case simdjson::NUMBER_ERROR:
+            return "a number in the text is malformed or beyond a double";
+        case simdjson::UTF8_ERROR:
+            return "the text is not UTF-8";
+        case simdjson::EMPTY:
+            return "the text is empty";
+        default:
+            return "the text is no JSON document";
+    }
+}
+
+[[noreturn]] void raise(simdjson::error_code error) {
+    throw DecodingError(DecodingError::Kind::malformed, "", std::string(sentenceFor(error)));
+}
+
+/// The parser of one thread. What a large text made it allocate is not kept.
+class Parser {
+public:
+    simdjson::error_code parse(simdjson::dom::document& document, std::string& text, std::size_t depth) {
+        text.reserve(text.size() + simdjson::SIMDJSON_PADDING);
+        simdjson::error_code error = simdjson::SUCCESS;
+        if (depth != parser.max_depth()) {
+            error = parser.allocate(parser.capacity(), depth);
+        }
+        if (error == simdjson::SUCCESS) {
+            error = parser.parse_into_document(document, text.data(), text.size(), false).error();
+        }
+        if (parser.capacity() > largestKeptCapacity) {
+            parser = simdjson::dom::parser();
+        }
+        return error;
+    }
+
+private:
+    simdjson::dom::parser parser;
+};
+
+} // namespace
+
+void parseInto(simdjson::dom::document& document, std::string text) {
+    thread_local Parser parser;
+    simdjson::error_code error = parser.parse(document, text, deepest);
+    if (error == simdjson::NUMBER_ERROR) {
+        text = withLongIntegersAsDoubles(text);
+        error = parser.parse(document, text, deepest);
+    }
+    if (error == simdjson::DEPTH_ERROR && depthOf(text) == deepest) {
+        // The parser counts an innermost list or object only when it is not empty.
+        error = parser.parse(document, text, deepest + 1);
+    }
+    if (error != simdjson::SUCCESS) {
+        raise(error);
+    }
+}
+
+} // namespace quorvane::json

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include <simdjson.h>
+
+#include "JSON/AnyCodable.h"
+#include "JSON/CodingErrors.h"
+
+namespace quorvane::json {
+
+using Element = simdjson::dom::element;
+using ElementType = simdjson::dom::element_type;
+
+/// The state of one decoding. A reading function returns false after it has noted what is wrong here; on the way out
+/// each caller adds its step of the path. Nothing is noted while a lenient field is read.
+class Reading {
+public:
+    /// Notes a value of another kind than the field; always false.
+    bool mismatch(std::string_view expected, Element found);
+    /// Notes a value of the right kind that is no value of the field; always false.
+    bool corrupted(std::string_view expected, Element found);
+    /// Notes a failure in words of its own; always false.
+    bool fail(DecodingError::Kind kind, std::string_view expected, std::string description);
+
+    /// The failure happened below this key or index.
+    void within(std::string_view key);
+    void within(std::size_t index);
+
+    /// The failure turned out not to count.
+    void forget() { path.clear(); }
+    [[noreturn]] void raise();
+
+    /// While one lives, failures count but are not noted.
+    class Quietly {
+    public:
+        explicit Quietly(Reading& theReading) : reading(theReading) { ++reading.quietness; }
+        Quietly(const Quietly&) = delete;
+        Quietly& operator=(const Quietly&) = delete;
+        ~Quietly() { --reading.quietness; }
+
+    private:
+        Reading& reading;
+    };
+
+private:
+    int quietness = 0;
+    DecodingError::Kind kind = DecodingError::Kind::malformed;
+    std::string expectedType;
+    std::string description;
+    /// From the innermost step outwards.
+    CodingPath path;
+};
+
+/// The whole number that a JSON number is, however it is written.
+inline bool readInteger(Element value, std::int64_t& field, std::string_view expected, Reading& reading) {
+    switch (value.type()) {
+        case ElementType::INT64:
+            field = value.get_int64().value_unsafe();
+            return true;
+        case ElementType::DOUBLE: {
+            const double number = value.get_double().value_unsafe();
+            if (std::trunc(number) != number || number < -0x1p63 || number >= 0x1p63) {
+                return reading.corrupted(expected, value);
+            }
+            field = static_cast<std::int64_t>(number);
+            return true;
+        }
+        case ElementType::UINT64:
+            return reading.corrupted(expected, value);
+        default:
+            return reading.mismatch(expected, value);
+    }
+}
+
+/// Any JSON number.
+inline bool readNumber(Element value, double& field, std::string_view expected, Reading& reading) {
+    switch (value.type()) {
+        case ElementType::DOUBLE:
+            field = value.get_double().value_unsafe();
+            return true;
+        case ElementType::INT64:
+            field = static_cast<double>(value.get_int64().value_unsafe());
+            return true;
+        case ElementType::UINT64:
+            field = static_cast<double>(value.get_uint64().value_unsafe());
+            return true;
+        default:
+            return reading.mismatch(expected, value);
+    }
+}
+
+inline bool readText(Element value, std::string_view& field, std::string_view expected, Reading& reading) {
+    if (!value.is_string()) {
+        return reading.mismatch(expected, value);
+    }
+    field = value.get_string().value_unsafe();
+    return true;
+}
+
+inline bool readBoolean(Element value, bool& field, Reading& reading) {
+    if (!value.is_bool()) {
+        return reading.mismatch("boolean", value);
+    }
+    field = value.get_bool().value_unsafe();
+    return true;
+}
+
+/// A value of any kind but null, by the rules of `AnyCodable`.
+bool readAny(Element value, AnyCodable& field, Reading& reading);
+bool readAny(Element value, AnyCodable::Dictionary& field, Reading& reading);
+
+} // namespace quorvane::json
