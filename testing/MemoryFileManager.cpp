@@ -9,17 +9,26 @@ std::error_code failure(std::errc reason) {
     return std::make_error_code(reason);
 }
 
-/// @p path without "." and "..", doubled slashes and a slash at its end; empty when it is not absolute. The root is
-/// "/".
+/// Longest path and longest name in it, bytes, as usual file systems have them.
+constexpr std::size_t maxPath = 4095;
+constexpr std::size_t maxName = 255;
+
+/// @p path without "." and "..", doubled slashes and a slash at its end, and "/" for the root. Empty when it cannot be
+/// the path of anything: not absolute, with a zero byte in it, too long.
 std::string normalized(const std::string& path) {
-    if (path.empty() || path.front() != '/') {
+    if (path.empty() || path.front() != '/' || path.size() > maxPath || path.find('\0') != std::string::npos) {
         return {};
     }
-    std::string text = std::filesystem::path(path).lexically_normal().string();
-    while (text.size() > 1 && text.back() == '/') {
-        text.pop_back();
+    std::string result;
+    for (const std::filesystem::path& name : std::filesystem::path(path).lexically_normal()) {
+        if (name.native().size() > maxName) {
+            return {};
+        }
+        if (!name.empty() && name != "/") {
+            result += '/' + name.native();
+        }
     }
-    return text;
+    return result.empty() ? "/" : result;
 }
 
 std::string parentOf(const std::string& path) {

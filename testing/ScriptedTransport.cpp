@@ -73,17 +73,17 @@ void ScriptedTransport::send(HTTPRequest request, Completion completion) {
 ScriptedAnswer ScriptedTransport::answerFor(const RecordedRequest& request) {
     const auto fits = [&request](const Rule& rule) { return matches(rule.method, rule.path, request); };
     if (const auto rule = std::find_if(onceRules.begin(), onceRules.end(), fits); rule != onceRules.end()) {
-        const Handler handler = std::move(rule->handler);
+        const auto handler = rule->handler;
         onceRules.erase(rule);
-        return handler(request);
+        return (*handler)(request);
     }
     if (const auto rule = std::find_if(stayingRules.begin(), stayingRules.end(), fits); rule != stayingRules.end()) {
-        const Handler handler = rule->handler;
-        return handler(request);
+        const auto handler = rule->handler;
+        return (*handler)(request);
     }
     if (otherwise) {
-        const Handler handler = otherwise;
-        return handler(request);
+        const auto handler = otherwise;
+        return (*handler)(request);
     }
     return real ? ScriptedAnswer::forward()
                 : ScriptedAnswer::failure(Kind::connection, "No answer is scripted for " + request.line() + ".");
@@ -93,6 +93,9 @@ void ScriptedTransport::forward(Id id, const RecordedRequest& request) {
     QV_PRECONDITION(real != nullptr, "a request can only be forwarded where there is a real transport");
     ++inFlight;
     real->send(request.request, [this, id, timeout = request.request.timeout](Result result) {
+        if (closed) {
+            return;
+        }
         --inFlight;
         if (holding) {
             expectTimeout(id, timeout);
@@ -155,9 +158,9 @@ void ScriptedTransport::answer(const std::string& method, const std::string& pat
     const auto same = std::find_if(stayingRules.begin(), stayingRules.end(),
                                    [&](const Rule& rule) { return rule.method == method && rule.path == path; });
     if (same != stayingRules.end()) {
-        same->handler = std::move(handler);
+        same->handler = std::make_shared<const Handler>(std::move(handler));
     } else {
-        stayingRules.push_back({method, path, std::move(handler)});
+        stayingRules.push_back({method, path, std::make_shared<const Handler>(std::move(handler))});
     }
 }
 
@@ -166,7 +169,7 @@ void ScriptedTransport::answer(const std::string& method, const std::string& pat
 }
 
 void ScriptedTransport::answerOnce(const std::string& method, const std::string& path, Handler handler) {
-    onceRules.push_back({method, path, std::move(handler)});
+    onceRules.push_back({method, path, std::make_shared<const Handler>(std::move(handler))});
 }
 
 void ScriptedTransport::answerOnce(const std::string& method, const std::string& path, ScriptedAnswer fixed) {
@@ -174,11 +177,11 @@ void ScriptedTransport::answerOnce(const std::string& method, const std::string&
 }
 
 void ScriptedTransport::answerOtherwise(Handler handler) {
-    otherwise = std::move(handler);
+    otherwise = std::make_shared<const Handler>(std::move(handler));
 }
 
 void ScriptedTransport::answerOtherwise(ScriptedAnswer fixed) {
-    otherwise = always(std::move(fixed));
+    answerOtherwise(always(std::move(fixed)));
 }
 
 void ScriptedTransport::forgetRules() {

@@ -74,7 +74,8 @@ private:
     struct Rule {
         std::string method;
         std::string path;
-        Handler handler;
+        /// Shared, so that it may drop its own rule and still keeps its state from call to call.
+        std::shared_ptr<const Handler> handler;
     };
     struct Exchange {
         Completion completion;
@@ -93,7 +94,7 @@ private:
     std::unique_ptr<platform::HTTPTransport> real;
     std::deque<Rule> onceRules;
     std::vector<Rule> stayingRules;
-    Handler otherwise;
+    std::shared_ptr<const Handler> otherwise;
     std::vector<RecordedRequest> recorded;
     std::map<Id, Exchange> exchanges;
     std::deque<Id> held;
