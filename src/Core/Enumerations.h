@@ -51,7 +51,7 @@ struct NotificationKeys {
     static constexpr std::string_view LOCATION_ID = "GeofenceNotificationUserInfoLocationIDKey";
 };
 
-}  // namespace quorvane
+} // namespace quorvane
 
 #pragma pop_macro("DEBUG")
 #pragma pop_macro("ERROR")

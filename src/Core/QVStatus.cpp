@@ -30,4 +30,4 @@ std::string_view nameOf(QVStatus status) {
     return index < names.size() ? names[index] : names.back();
 }
 
-}  // namespace quorvane
+} // namespace quorvane

@@ -52,6 +52,6 @@ enum class QVStatus : int {
 /// The case's own name, for every case. The facade's `fromStatus` knows only some of them.
 [[nodiscard]] std::string_view nameOf(QVStatus status);
 
-}  // namespace quorvane
+} // namespace quorvane
 
 #pragma pop_macro("ERROR")

@@ -32,4 +32,4 @@ public:
     virtual void onLog(const std::string& message) = 0;
 };
 
-}  // namespace quorvane
+} // namespace quorvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+
+#include "Platform/Platform.h"
+
+namespace quorvane {
+
+/// The one entry that says both "signed in" and "tracking is on" ("quorvane_background_tracking"). All writes of the
+/// entry pass here, so that a token refresh, which must show the library as not signed in while it lasts, neither ends
+/// nor begins tracking. Main thread only.
+class SignedInFlag {
+public:
+    explicit SignedInFlag(platform::Platform& platform);
+
+    [[nodiscard]] static SignedInFlag& shared();
+
+    /// False when nothing is stored.
+    [[nodiscard]] bool isSet() const;
+
+    /// Writes the entry. During a refresh this is also what the entry will be after it.
+    void set(bool value);
+
+    /// Writes false until the matching `endRefresh`. Refreshes may overlap.
+    void beginRefresh();
+
+    /// After the last of overlapping refreshes the entry is again what it was before the first of them, or what was
+    /// set meanwhile; an entry that was written or removed past this class stays as it is. A process that ends in
+    /// between leaves false.
+    void endRefresh();
+
+private:
+    void write(bool value);
+    [[nodiscard]] bool isAsRefreshLeftIt() const;
+
+    platform::Platform& platform;
+    std::size_t refreshes = 0;
+    bool afterRefresh = false;
+};
+
+} // namespace quorvane
