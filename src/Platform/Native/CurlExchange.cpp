@@ -1,0 +1,219 @@
+#include "Platform/Native/CurlExchange.h"
+
+#include <algorithm>
+#include <exception>
+#include <string_view>
+#include <utility>
+
+#include "Platform/Native/CurlAddress.h"
+
+namespace quorvane::platform::native {
+namespace {
+
+/// What a body is followed by in memory, so that a parser may read beyond its end.
+constexpr std::size_t spareBytes = 64;
+/// No answer of ours has headers near this size; a server that sends them without end must not fill the memory.
+constexpr std::size_t maxHeaderBytes = std::size_t{256} * 1024;
+/// libcurl counts a body below this size among the bytes of the request, and a larger one apart.
+constexpr std::size_t bodySentWithHeaders = std::size_t{64} * 1024;
+
+template <class Value>
+void set(CURL* handle, CURLoption option, Value value) {
+    curl_easy_setopt(handle, option, value);
+}
+
+template <class Value>
+Value info(CURL* handle, CURLINFO which) {
+    Value value{};
+    curl_easy_getinfo(handle, which, &value);
+    return value;
+}
+
+std::size_t bytes(curl_off_t count) {
+    return static_cast<std::size_t>(std::max<curl_off_t>(count, 0));
+}
+
+TransportError::Kind kindOf(CURLcode code) {
+    switch (code) {
+        case CURLE_URL_MALFORMAT:
+            return TransportError::Kind::invalidRequest;
+        case CURLE_OPERATION_TIMEDOUT:
+            return TransportError::Kind::timedOut;
+        case CURLE_OK:
+        case CURLE_GOT_NOTHING:
+        case CURLE_PARTIAL_FILE:
+        case CURLE_RECV_ERROR:
+        case CURLE_SEND_ERROR:
+        // The peer speaks something else than HTTP.
+        case CURLE_UNSUPPORTED_PROTOCOL:
+        case CURLE_WEIRD_SERVER_REPLY:
+            return TransportError::Kind::truncated;
+        default:
+            return TransportError::Kind::connection;
+    }
+}
+
+} // namespace
+
+CurlExchange::CurlExchange(std::uint64_t theNumber, HTTPRequest theRequest, const CurlOptions& options, CURL* theHandle)
+    : number(theNumber), handle(theHandle), request(std::move(theRequest)) {
+    set(handle, CURLOPT_PRIVATE, this);
+    set(handle, CURLOPT_ERRORBUFFER, message.data());
+    set(handle, CURLOPT_NOSIGNAL, 1L);
+    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    set(handle, CURLOPT_PATH_AS_IS, 1L);
+    set(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
+    // A name that is still being looked up must hold up neither a timeout nor the end of the transport.
+    set(handle, CURLOPT_QUICK_EXIT, 1L);
+    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
+    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+    set(handle, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(handle, CURLOPT_HEADERFUNCTION, &CurlExchange::onHeader);
+    set(handle, CURLOPT_HEADERDATA, this);
+    set(handle, CURLOPT_WRITEFUNCTION, &CurlExchange::onBody);
+    set(handle, CURLOPT_WRITEDATA, this);
+    if (!options.certificateFile.empty()) {
+        set(handle, CURLOPT_CAINFO, options.certificateFile.c_str());
+    }
+    set(handle, CURLOPT_URL, request.url.c_str());
+    setMethod();
+    setHeaders();
+    setRoute(options);
+}
+
+void CurlExchange::setMethod() {
+    const bool isGet = request.method == "GET";
+    const bool hasBody = !request.body.empty() || request.method == "POST" || request.method == "PUT";
+    if (hasBody) {
+        set(handle, CURLOPT_POST, 1L);
+        set(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+        set(handle, CURLOPT_POSTFIELDS, request.body.data());
+    }
+    if (request.method != (hasBody ? "POST" : "GET")) {
+        set(handle, CURLOPT_CUSTOMREQUEST, request.method.c_str());
+    }
+    if (!isGet) {
+        // On a connection that was used before, libcurl sends a request again when it finds the connection dead.
+        set(handle, CURLOPT_FRESH_CONNECT, 1L);
+    }
+}
+
+void CurlExchange::setHeaders() {
+    const auto add = [this](const std::string& line) {
+        if (curl_slist* const longer = curl_slist_append(headers.get(), line.c_str())) {
+            static_cast<void>(headers.release());
+            headers.reset(longer);
+        }
+    };
+    // "Name:" takes a header of libcurl's own away, "Name;" sends an empty one.
+    std::vector<std::string> own = {"Accept:", "Content-Type:", "Expect:", "Accept-Encoding: identity"};
+    for (const auto& [name, value] : request.headers) {
+        const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
+        add(isBlank ? name + ";" : name + ": " + value);
+        std::erase_if(own, [&length = name](const std::string& line) {
+            return curl_strnequal(line.c_str(), length.c_str(), length.size()) != 0 && line[length.size()] == ':';
+        });
+    }
+    for (const std::string& line : own) {
+        add(line);
+    }
+    set(handle, CURLOPT_HTTPHEADER, headers.get());
+}
+
+void CurlExchange::setRoute(const CurlOptions& options) {
+    const CurlAddress address(request.url);
+    if (!address.isLoopback()) {
+        return;
+    }
+    set(handle, CURLOPT_PROXY, "");
+    for (const LoopbackPort& port : options.connectTo) {
+        if (port.from == address.port) {
+            const std::string route =
+                address.host + ":" + std::to_string(port.from) + ":127.0.0.1:" + std::to_string(port.to);
+            connectTo.reset(curl_slist_append(nullptr, route.c_str()));
+            set(handle, CURLOPT_CONNECT_TO, connectTo.get());
+            return;
+        }
+    }
+}
+
+std::size_t CurlExchange::onHeader(char* text, std::size_t size, std::size_t count, void* self) {
+    auto& exchange = *static_cast<CurlExchange*>(self);
+    const std::string_view line(text, size * count);
+    exchange.headerBytes += line.size();
+    if (exchange.headerBytes > maxHeaderBytes) {
+        exchange.isTooLarge = true;
+        return 0;
+    }
+    if (line.starts_with("HTTP/")) {
+        exchange.headersAreWhole = false;
+    } else if (line == "\r\n" || line == "\n") {
+        exchange.headersAreWhole = true;
+    }
+    return line.size();
+}
+
+std::size_t CurlExchange::onBody(char* text, std::size_t size, std::size_t count, void* self) {
+    auto& exchange = *static_cast<CurlExchange*>(self);
+    std::string& body = exchange.body;
+    const std::size_t length = size * count;
+    if (body.size() + length > HTTPTransport::maxBodyBytes) {
+        exchange.isTooLarge = true;
+        return 0;
+    }
+    try {
+        if (body.empty()) {
+            const auto announced = info<curl_off_t>(exchange.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T);
+            body.reserve(std::clamp(bytes(announced), length, std::size_t{1} << 20U) + spareBytes);
+        }
+        body.append(text, length);
+    } catch (const std::exception&) {
+        exchange.isTooLarge = true;
+        return 0;
+    }
+    return length;
+}
+
+HTTPTransport::Result CurlExchange::finish(CURLcode code) {
+    const long status = info<long>(handle, CURLINFO_RESPONSE_CODE);
+    // An interim answer (1xx) is followed by the real one, unless the connection ends before.
+    if (code != CURLE_OK || !headersAreWhole || status < 101 || (status > 101 && status < 200)) {
+        return error(code);
+    }
+    if (body.capacity() < body.size() + spareBytes) {
+        body.reserve(body.size() + spareBytes);
+    }
+    HTTPResponse response;
+    response.status = static_cast<int>(status);
+    response.body = std::move(body);
+    response.bytesSent = static_cast<std::size_t>(info<long>(handle, CURLINFO_REQUEST_SIZE));
+    if (request.body.size() >= bodySentWithHeaders) {
+        response.bytesSent += bytes(info<curl_off_t>(handle, CURLINFO_SIZE_UPLOAD_T));
+    }
+    response.bytesReceived = headerBytes + bytes(info<curl_off_t>(handle, CURLINFO_SIZE_DOWNLOAD_T));
+    return response;
+}
+
+TransportError CurlExchange::error(CURLcode code) const {
+    TransportError result;
+    if (isTooLarge) {
+        result.kind = TransportError::Kind::tooLarge;
+        result.message = "The answer is larger than 64 MiB, or its headers are larger than 256 KiB.";
+        return result;
+    }
+    const long tunnel = info<long>(handle, CURLINFO_HTTP_CONNECTCODE);
+    result.kind = tunnel != 0 && tunnel != 200 ? TransportError::Kind::connection : kindOf(code);
+    if (code == CURLE_OK) {
+        result.message = "The connection ended before the answer's headers did";
+    } else {
+        result.message = message.front() != '\0' ? message.data() : curl_easy_strerror(code);
+    }
+    std::replace_if(
+        result.message.begin(), result.message.end(), [](char one) { return one == '\r' || one == '\n'; }, ' ');
+    return result;
+}
+
+} // namespace quorvane::platform::native

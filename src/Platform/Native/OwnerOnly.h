@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+/// Files and directories that only their owner may read and write, whatever the process's umask is.
+namespace quorvane::platform::native {
+
+/// The error of the last system call.
+[[nodiscard]] std::error_code lastError();
+
+/// Makes the directory and those above it. One that is there stays as it is.
+[[nodiscard]] std::error_code makeDirectories(const std::string& path);
+
+/// Makes the file empty when it is not there, and takes the rights of others away when it is.
+[[nodiscard]] std::error_code makeFile(const std::string& path);
+
+/// Writes a new file; one that is there is an error.
+[[nodiscard]] std::error_code writeNewFile(const std::string& path, std::string_view content);
+
+} // namespace quorvane::platform::native

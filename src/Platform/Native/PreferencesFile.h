@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "Platform/Clock.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace quorvane::platform::native {
+
+/// A dictionary as it is stored: JSON text.
+struct StoredDictionary {
+    std::string text;
+};
+
+/// One stored value; no alternative but the first for an absent entry.
+using StoredValue = std::variant<std::monostate, std::string, std::int64_t, double, bool, Date, StoredDictionary>;
+
+/// What became of an operation on a preferences file.
+enum class FileOutcome {
+    done,
+    /// The disk, or another process, refused it.
+    refused,
+    /// The file is no preferences file, or no longer a whole one.
+    damaged,
+};
+
+/// The SQLite file that preferences are kept in: one table of key, type and value. One thread at a time.
+///
+/// Written ahead to a log that every other process on the file sees at once, and that a killed process cannot lose.
+class PreferencesFile {
+public:
+    explicit PreferencesFile(std::string path);
+    PreferencesFile(const PreferencesFile&) = delete;
+    PreferencesFile& operator=(const PreferencesFile&) = delete;
+    ~PreferencesFile();
+
+    /// Opens the file and checks it, making an empty one when there is none.
+    FileOutcome open();
+    void close();
+
+    FileOutcome read(std::string_view key, StoredValue& value);
+    /// Stores @p value, or removes the entry when it holds none.
+    FileOutcome write(std::string_view key, const StoredValue& value);
+    /// Brings everything written to the disk itself.
+    FileOutcome synchronize();
+
+    /// Closes the file and renames it and its log, so that the next `open` starts empty. Answers the new path; empty
+    /// when it could not be done. Another process's file that has taken the place meanwhile is left there.
+    std::string putAside();
+
+    /// Why the last operation was refused, for a developer's log.
+    [[nodiscard]] const std::string& reason() const { return lastReason; }
+
+private:
+    struct Lock;
+    FileOutcome openLocked();
+    FileOutcome execute(const char* sql);
+    FileOutcome check();
+    FileOutcome prepare(const char* sql, sqlite3_stmt*& statement);
+    FileOutcome outcome(int code);
+
+    const std::string path;
+    sqlite3* database = nullptr;
+    sqlite3_stmt* select = nullptr;
+    sqlite3_stmt* upsert = nullptr;
+    sqlite3_stmt* erase = nullptr;
+    /// The file's number on its file system when it was opened; 0 when it is not known.
+    std::uint64_t fileNumber = 0;
+    std::string lastReason;
+};
+
+} // namespace quorvane::platform::native

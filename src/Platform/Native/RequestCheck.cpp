@@ -1,0 +1,48 @@
+#include "Platform/Native/RequestCheck.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "Platform/Native/CurlAddress.h"
+
+namespace quorvane::platform::native {
+namespace {
+
+constexpr std::array<std::string_view, 4> methods = {"GET", "POST", "PUT", "DELETE"};
+
+/// Whether @p name is a token as a header's name must be (RFC 9110, 5.6.2).
+bool isToken(std::string_view name) {
+    constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
+    return !name.empty() && std::all_of(name.begin(), name.end(), [&](char one) {
+        return (one >= '0' && one <= '9') || (one >= 'A' && one <= 'Z') || (one >= 'a' && one <= 'z') ||
+               marks.find(one) != std::string_view::npos;
+    });
+}
+
+TransportError invalid(std::string message) {
+    return {TransportError::Kind::invalidRequest, std::move(message)};
+}
+
+} // namespace
+
+std::optional<TransportError> refusalOf(const HTTPRequest& request) {
+    if (std::find(methods.begin(), methods.end(), request.method) == methods.end()) {
+        return invalid("The request's method is none of GET, POST, PUT and DELETE.");
+    }
+    for (const auto& [name, value] : request.headers) {
+        if (!isToken(name)) {
+            return invalid("The name of a header of the request is empty or holds a character that no name may hold.");
+        }
+        if (value.find_first_of(std::string_view("\r\n\0", 3)) != std::string::npos) {
+            return invalid("The value of the request's header " + name + " holds a line break or a zero byte.");
+        }
+    }
+    if (!CurlAddress(request.url).isValid()) {
+        return invalid("The request's address is no absolute http or https address.");
+    }
+    return std::nullopt;
+}
+
+} // namespace quorvane::platform::native
