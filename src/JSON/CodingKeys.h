@@ -79,4 +79,8 @@ struct SubclassList {};
 template <class Base>
 inline constexpr auto subclasses = SubclassList<>{};
 
+/// Whether decoding a model looks at nothing, so that a value of any kind but null makes a new one.
+template <class Model>
+inline constexpr bool readsNothing = false;
+
 } // namespace quorvane::json

@@ -53,6 +53,8 @@ struct Decoder {
             return readCase(value, field, reading);
         } else if constexpr (std::same_as<Field, AnyCodable> || std::same_as<Field, AnyCodable::Dictionary>) {
             return readAny(value, field, reading);
+        } else if constexpr (readsNothing<Field>) {
+            return true;
         } else if constexpr (HasTable<Field>) {
             return ObjectReader<Field>(field, reading).read(value);
         } else {
@@ -86,7 +88,7 @@ private:
 
     template <class Model>
     static bool readModel(Element value, std::shared_ptr<Model>& field, Reading& reading) {
-        if (!value.is_object()) {
+        if (!readsNothing<Model> && !value.is_object()) {
             return reading.mismatch("object", value);
         }
         auto model = std::make_shared<Model>();

@@ -42,5 +42,7 @@ public:
 
 template <>
 inline constexpr auto json::subclasses<QVGeofenceGeometry> = json::SubclassList<QVCircleGeometry, QVPolygonGeometry>{};
+template <>
+inline constexpr bool json::readsNothing<QVGeofenceGeometry> = true;
 
 } // namespace quorvane
