@@ -1,6 +1,5 @@
 #include "JSON/Exact.h"
 
-#include <cmath>
 #include <utility>
 
 #include "JSON/DocumentContent.h"
@@ -46,8 +45,7 @@ AnyCodable numberOf(Element value) {
         return value.get_int64().value_unsafe();
     }
     const double number = value.get_double().value_unsafe();
-    const bool isWhole = std::trunc(number) == number && number >= -0x1p63 && number < 0x1p63;
-    if (isWhole && value.type() == ElementType::DOUBLE) {
+    if (isWhole(number)) {
         return static_cast<std::int64_t>(number);
     }
     return number;

@@ -4,7 +4,7 @@
 // ----------------------------
 //
 // The model's header (public) includes "JSON/CodingKeys.h" and holds one table; the model's .cpp includes this header
-// (private) and says once, at global scope or in namespace quorvane: QV_JSON_MODEL(quorvane::QVThing)
+// (private) and says once, at global scope: QV_JSON_MODEL(quorvane::QVThing);
 //
 //     class QVThing {
 //     public:

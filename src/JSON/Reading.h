@@ -56,6 +56,12 @@ private:
     CodingPath path;
 };
 
+/// The whole number that a double is, where it is one. The double at the lower end of the integers is none: it also
+/// stands for the integers just beyond 64 bits.
+inline bool isWhole(double number) {
+    return std::trunc(number) == number && number > -0x1p63 && number < 0x1p63;
+}
+
 /// The whole number that a JSON number is, however it is written.
 inline bool readInteger(Element value, std::int64_t& field, std::string_view expected, Reading& reading) {
     switch (value.type()) {
@@ -64,7 +70,7 @@ inline bool readInteger(Element value, std::int64_t& field, std::string_view exp
             return true;
         case ElementType::DOUBLE: {
             const double number = value.get_double().value_unsafe();
-            if (std::trunc(number) != number || number < -0x1p63 || number >= 0x1p63) {
+            if (!isWhole(number)) {
                 return reading.corrupted(expected, value);
             }
             field = static_cast<std::int64_t>(number);
