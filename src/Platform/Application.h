@@ -25,7 +25,7 @@ public:
 
     /// Seconds that the application may still run in the background; `foreground` while nothing limits it.
     [[nodiscard]] virtual double backgroundTimeRemaining() const = 0;
-    static constexpr double foreground = std::numeric_limits<double>::max();
+    static constexpr double foreground = (std::numeric_limits<double>::max)();
 
     /// Asks for time in the background. @p expired is called at most once, on the main queue, when the time is over
     /// before `endBackgroundTask`. Answers 0 when the platform refuses.
