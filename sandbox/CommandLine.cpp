@@ -1,0 +1,135 @@
+#include "sandbox/CommandLine.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "testing/GPXReader.h"
+
+namespace quorvane::sandbox {
+namespace {
+
+constexpr int badFile = 1;
+constexpr int wrongForm = 2;
+constexpr int highestPort = 65535;
+constexpr std::int64_t longestLifetime = std::int64_t{10} * 365 * 24 * 3600;
+
+std::optional<double> number(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+/// "46.05,14.5"; none when the text is no pair of numbers.
+std::optional<platform::Coordinate> coordinate(std::string_view text) {
+    const auto comma = text.find(',');
+    if (comma == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto latitude = number(text.substr(0, comma));
+    const auto longitude = number(text.substr(comma + 1));
+    if (!latitude || !longitude) {
+        return std::nullopt;
+    }
+    return platform::Coordinate{*latitude, *longitude};
+}
+
+/// The points that @p text stands for, or why there are none.
+std::variant<std::vector<platform::Coordinate>, Exit> pointsOf(const std::string& text) {
+    if (const auto point = coordinate(text)) {
+        if (!point->isValid()) {
+            return Exit{wrongForm,
+                        "--around: \"" + text + "\" lies beyond 90 degrees of latitude or 180 of longitude."};
+        }
+        return std::vector{*point};
+    }
+    const testing::TrackResult track = testing::readGPX(text);
+    if (const auto* error = std::get_if<testing::TrackError>(&track)) {
+        return Exit{badFile, error->message};
+    }
+    std::vector<platform::Coordinate> points;
+    for (const platform::Location& fix : std::get<testing::Track>(track).fixes) {
+        points.push_back(fix.coordinate);
+    }
+    return points;
+}
+
+struct Texts {
+    std::string around;
+    std::vector<std::string> faults;
+    std::int64_t lifetime = 3600;
+};
+
+void describe(CLI::App& app, CommandLine& line, Texts& texts) {
+    SandboxOptions& options = line.options;
+    const CLI::Range ports(0, highestPort);
+    app.add_option("--data-port", options.dataPort, "Port of the data service; 0 takes any free one")
+        ->check(ports)
+        ->capture_default_str();
+    app.add_option("--identity-port", options.identityPort, "Port of the identity service; 0 takes any free one")
+        ->check(ports)
+        ->capture_default_str();
+    app.add_option("--database", options.database, "File that keeps places and tokens; without it, memory")
+        ->type_name("FILE");
+    app.add_option("--seed", options.seed, "Number that the invented places and tasks follow from")
+        ->capture_default_str();
+    app.add_option("--around", texts.around, "Where the places are: LAT,LNG or a track in GPX")
+        ->type_name("LAT,LNG|TRACK");
+    app.add_option("--token-lifetime", texts.lifetime, "Seconds for which an access token works")
+        ->check(CLI::Range(std::int64_t{1}, longestLifetime))
+        ->capture_default_str();
+    app.add_option("--fault", texts.faults, "Something to go wrong, such as \"/locations/find:status=503:count=2\"")
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_flag("--quiet", line.isQuiet, "Do not print each request");
+    app.footer(
+        "A fault is a path (\"*\" for all) and parts, separated by colons: drop, reset, truncate-body[=BYTES],\n"
+        "truncate-headers[=BYTES], status=CODE, invalid-json, expired-token, lost-reply, delay=500ms,\n"
+        "and for how many requests: count=N, skip=N.");
+}
+
+} // namespace
+
+std::variant<CommandLine, Exit> parseCommandLine(int count, const char* const* arguments) {
+    CommandLine line;
+    line.options.dataPort = 3000;
+    line.options.identityPort = 4001;
+    Texts texts;
+    CLI::App app("The local data and identity service, for development without an account or a network.",
+                 "quorvane-sandbox");
+    describe(app, line, texts);
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::CallForHelp&) {
+        return Exit{0, app.help()};
+    } catch (const CLI::ParseError& error) {
+        return Exit{wrongForm, error.what()};
+    }
+    line.options.accessTokenLifetime = std::chrono::seconds(texts.lifetime);
+    for (const std::string& text : texts.faults) {
+        auto fault = Fault::parse(text);
+        if (auto* sentence = std::get_if<std::string>(&fault)) {
+            return Exit{wrongForm, *sentence};
+        }
+        line.options.faults.push_back(std::get<Fault>(fault));
+    }
+    if (!texts.around.empty()) {
+        auto points = pointsOf(texts.around);
+        if (auto* exit = std::get_if<Exit>(&points)) {
+            return *exit;
+        }
+        line.options.around = std::get<0>(std::move(points));
+    }
+    return line;
+}
+
+} // namespace quorvane::sandbox

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "sandbox/Fault.h"
+#include "sandbox/Message.h"
+#include "sandbox/RequestRecord.h"
+
+namespace quorvane::sandbox {
+
+/// One operation of a service. `handle` runs on any of several threads and may throw a `Refusal`.
+struct Route {
+    std::string method;
+    std::string path;
+    std::function<Answer(const Request&)> handle;
+};
+
+/// Serves routes on a port of the loopback interface, until it is destroyed. Whatever arrives is answered with JSON;
+/// what is not HTTP, too long or too slow ends its connection.
+class HTTPService {
+public:
+    struct Setup {
+        /// "data": stands in the request records.
+        std::string name;
+        /// 0: any free one.
+        int port = 0;
+        std::vector<Route> routes;
+        std::shared_ptr<FaultList> faults;
+        /// Called once for each request, on any thread, before the answer can be read by the client.
+        std::function<void(const RequestRecord&)> record;
+        /// How long the bytes of one request may take.
+        std::chrono::milliseconds requestTime{10'000};
+    };
+
+    /// Answers a sentence when the port is taken or cannot be had.
+    static std::variant<std::unique_ptr<HTTPService>, std::string> start(Setup setup);
+    HTTPService(const HTTPService&) = delete;
+    HTTPService& operator=(const HTTPService&) = delete;
+    /// Ends every connection and returns when all threads have ended.
+    ~HTTPService();
+
+    [[nodiscard]] int port() const;
+
+private:
+    class Server;
+    explicit HTTPService(std::unique_ptr<Server> theServer);
+    std::unique_ptr<Server> server;
+};
+
+} // namespace quorvane::sandbox

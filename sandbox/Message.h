@@ -1,0 +1,64 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "JSON/AnyCodable.h"
+
+namespace quorvane::sandbox {
+
+/// The query of a request, decoded: "%41" and "+" as they are meant.
+class Query {
+public:
+    /// Throws a `Refusal` for a percent sign without two hexadecimal digits and for text that is no UTF-8.
+    static Query parse(std::string_view target);
+
+    /// The value under @p name; none when it is absent. Throws a `Refusal` when it stands there twice.
+    [[nodiscard]] std::optional<std::string> value(std::string_view name) const;
+    /// A number from @p low to @p high, or a `Refusal`; none when it is absent.
+    [[nodiscard]] std::optional<double> number(std::string_view name, double low, double high) const;
+
+private:
+    std::vector<std::pair<std::string, std::string>> items;
+};
+
+/// A request as a service sees it.
+struct Request {
+    std::string method;
+    std::string path;
+    Query query;
+    std::string authorization;
+    /// As in "Content-Type" and "Content-Encoding".
+    std::string contentType;
+    std::string contentEncoding;
+    std::string body;
+    /// A fault asks that the credential of this request be expired.
+    bool expireCredential = false;
+};
+
+struct Answer {
+    int status = 200;
+    std::string body;
+    std::vector<std::pair<std::string, std::string>> headers;
+};
+
+/// A request that is answered with an error; thrown by whoever finds out.
+class Refusal : public std::runtime_error {
+public:
+    Refusal(int status, std::string error, const std::string& description);
+
+    int status;
+    /// One word: "invalid_request".
+    std::string error;
+};
+
+/// {"error": ..., "error_description": ...}
+[[nodiscard]] std::string errorBody(std::string_view error, std::string_view description);
+[[nodiscard]] Answer answerFor(const Refusal& refusal);
+[[nodiscard]] Answer answerWith(AnyCodable::Dictionary body);
+
+} // namespace quorvane::sandbox
