@@ -10,15 +10,18 @@ namespace quorvane::json {
 AnyCodable valueOf(Element value, Numbers numbers) {
     switch (value.type()) {
         case ElementType::OBJECT: {
+            const simdjson::dom::object object = value.get_object().value_unsafe();
             AnyCodable::Dictionary dictionary;
-            for (const auto member : value.get_object().value_unsafe()) {
+            for (const auto member : object) {
                 dictionary.insert_or_assign(std::string(member.key), valueOf(member.value, numbers));
             }
             return dictionary;
         }
         case ElementType::ARRAY: {
+            const simdjson::dom::array array = value.get_array().value_unsafe();
             AnyCodable::List list;
-            for (const Element element : value.get_array().value_unsafe()) {
+            list.reserve(array.size());
+            for (const Element element : array) {
                 list.push_back(valueOf(element, numbers));
             }
             return list;
