@@ -92,7 +92,8 @@ TEST(QVGeofence, APolygonIsEncodedAsAPolygon) {
 }
 
 TEST(QVGeofence, ANullInItsMetadataFailsIt) {
-    EXPECT_EQ(failureOf<QVGeofence>(R"({"metadata":{"a":[1,null]}})"), "metadata.a[1]: the container contains nothing serializable");
+    EXPECT_EQ(failureOf<QVGeofence>(R"({"metadata":{"a":[1,null]}})"),
+              "metadata.a[1]: the container contains nothing serializable");
 }
 
 TEST(QVCircleGeometry, EveryKeyIsReadAndWritten) {

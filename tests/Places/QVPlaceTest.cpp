@@ -154,7 +154,8 @@ TEST(QVChain, ANewOneHasEmptyTextsAndNothingElse) {
 }
 
 TEST(QVChain, ANullInItsMetadataFailsIt) {
-    EXPECT_EQ(failureOf<QVChain>(R"({"name":"Acme","metadata":{"a":null}})"), "metadata.a: the container contains nothing serializable");
+    EXPECT_EQ(failureOf<QVChain>(R"({"name":"Acme","metadata":{"a":null}})"),
+              "metadata.a: the container contains nothing serializable");
 }
 
 } // namespace

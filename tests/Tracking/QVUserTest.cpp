@@ -71,7 +71,8 @@ TEST(QVUser, AChainWithoutATextForItsNameFailsItAndTheMessageSaysWhere) {
 }
 
 TEST(QVUser, ANullInItsMetadataFailsIt) {
-    EXPECT_EQ(failureOf<QVUser>(R"({"metadata":{"a":null}})"), "metadata.a: the container contains nothing serializable");
+    EXPECT_EQ(failureOf<QVUser>(R"({"metadata":{"a":null}})"),
+              "metadata.a: the container contains nothing serializable");
 }
 
 TEST(QVSegment, EveryKeyIsReadAndWritten) {
