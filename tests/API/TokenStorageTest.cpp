@@ -1,0 +1,104 @@
+#include "support/APITest.h"
+
+namespace quorvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+class TokenStorageTest : public APITest {
+protected:
+    /// Signs in with the token answer @p body.
+    void signIn(const std::string& body) {
+        answerAuthorize();
+        transport().answer("POST", "/token", Answer::json(body));
+        auth().handleAuthenticateFlow("rider", "access-key", "myApp://callback", api().auth, [](QVStatus, bool) {});
+        phone->runUntilIdle();
+    }
+
+    [[nodiscard]] std::optional<std::int64_t> number(std::string_view key) { return preferences().integer(key); }
+};
+
+TEST_F(TokenStorageTest, ATokenAnswerFillsItsFourKeys) {
+    signIn(tokenAnswer("abc", "3600", "def"));
+
+    EXPECT_EQ(stored("quorvane_access_token"), "Bearer abc");
+    EXPECT_EQ(stored("quorvane_refresh_token"), "def");
+    EXPECT_EQ(number("qourvane_access_token_expiry"), now() + 3600);
+    EXPECT_EQ(number("quorvane_access_token_creation_time"), now());
+}
+
+TEST_F(TokenStorageTest, TheAccessTokenIsStoredBehindItsTypeWhateverThatIs) {
+    signIn(R"({"access_token":"a","token_type":"DPoP"})");
+    EXPECT_EQ(stored("quorvane_access_token"), "DPoP a");
+
+    signIn(R"({"access_token":"a"})");
+    EXPECT_EQ(stored("quorvane_access_token"), " a");
+}
+
+TEST_F(TokenStorageTest, TheTimeIsRoundedAndNotCut) {
+    const std::int64_t begin = now();
+
+    phone->advance(499ms);
+    signIn(tokenAnswer("abc", "60"));
+    EXPECT_EQ(number("quorvane_access_token_creation_time"), begin);
+    EXPECT_EQ(number("qourvane_access_token_expiry"), begin + 60);
+
+    phone->advance(1ms);
+    signIn(tokenAnswer("abc", "60"));
+    EXPECT_EQ(number("quorvane_access_token_creation_time"), begin + 1);
+    EXPECT_EQ(number("qourvane_access_token_expiry"), begin + 61);
+}
+
+TEST_F(TokenStorageTest, AnExpiryThatIsNoDecimalNumberCountsAsNoTime) {
+    for (const char* const text :
+         {"", "soon", "3600.5", "3600s", " 3600", "3600 ", "0x10", "1e3", "+-5", "+", "-", "99999999999999999999"}) {
+        signIn(tokenAnswer("abc", text));
+        EXPECT_EQ(number("qourvane_access_token_expiry"), now()) << '"' << text << '"';
+    }
+}
+
+TEST_F(TokenStorageTest, AnExpiryMayCarryASign) {
+    signIn(tokenAnswer("abc", "+60"));
+    EXPECT_EQ(number("qourvane_access_token_expiry"), now() + 60);
+
+    signIn(tokenAnswer("abc", "-60"));
+    EXPECT_EQ(number("qourvane_access_token_expiry"), now() - 60);
+}
+
+TEST_F(TokenStorageTest, AnExpiryBeyondTheEndOfTimeIsTheEndOfTime) {
+    signIn(tokenAnswer("abc", "9223372036854775807"));
+
+    EXPECT_EQ(number("qourvane_access_token_expiry"), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST_F(TokenStorageTest, StoredTokensAreMadeToOutlastALossOfPower) {
+    signIn(tokenAnswer());
+
+    EXPECT_EQ(preferences().synchronizeCount(), 1);
+}
+
+TEST_F(TokenStorageTest, TokensOutlastALaunch) {
+    signIn(tokenAnswer("abc", "3600", "def"));
+
+    phone.relaunch();
+
+    EXPECT_EQ(QuorvaneAPI::shared().getAccessInfo().accessToken, "Bearer abc");
+    EXPECT_EQ(QuorvaneAPI::shared().getAccessInfo().state(), AuthState::AUTHENTICATED);
+}
+
+TEST_F(TokenStorageTest, SigningOutForgetsTheTokensAndNothingElse) {
+    signIn(tokenAnswer());
+
+    auth().logout();
+
+    EXPECT_EQ(stored("quorvane_access_token"), std::nullopt);
+    EXPECT_EQ(stored("quorvane_refresh_token"), std::nullopt);
+    EXPECT_EQ(number("qourvane_access_token_expiry"), std::nullopt);
+    EXPECT_EQ(number("quorvane_access_token_creation_time"), std::nullopt);
+    EXPECT_EQ(stored("quorvane_access_key"), "access-key");
+    EXPECT_EQ(stored("quorvane_user_id"), "rider");
+    EXPECT_EQ(flag(), true);
+}
+
+} // namespace
+} // namespace quorvane
