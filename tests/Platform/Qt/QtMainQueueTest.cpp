@@ -41,6 +41,15 @@ TEST_F(QtMainQueueTest, MakesAnApplicationWhereThereIsNoneAndTakesItAway) {
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
 }
 
+TEST_F(QtMainQueueTest, AQueueMadeBeforeTheOneInUseEndsKeepsTheApplication) {
+    const QCoreApplication* const application = QCoreApplication::instance();
+
+    queue = std::make_unique<QtMainQueue>();
+
+    EXPECT_EQ(QCoreApplication::instance(), application);
+    runThrough();
+}
+
 TEST_F(QtMainQueueTest, UsesTheApplicationThatIsThereAndLeavesIt) {
     queue.reset();
     int count = 1;

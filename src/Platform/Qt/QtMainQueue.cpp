@@ -1,0 +1,242 @@
+#include "Platform/Qt/QtMainQueue.h"
+
+#include <QEventLoop>
+#include <QThread>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "Platform/Precondition.h"
+
+namespace quorvane::platform::qt {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+using std::chrono::steady_clock;
+
+namespace {
+
+constexpr MainQueue::Ticket anyTicket = std::numeric_limits<MainQueue::Ticket>::max();
+
+/// Never early: the rest of a millisecond counts as a whole one.
+milliseconds roundedUp(nanoseconds time) {
+    return std::clamp(std::chrono::ceil<milliseconds>(time), milliseconds(0),
+                      milliseconds(std::numeric_limits<int>::max()));
+}
+
+/// None when the program has an application of its own. Queues that overlap share the one that is made here.
+std::shared_ptr<QCoreApplication> applicationWhereThereIsNone() {
+    static std::weak_ptr<QCoreApplication> made;
+    if (QCoreApplication::instance() != nullptr) {
+        QV_PRECONDITION(QCoreApplication::instance()->thread() == QThread::currentThread(),
+                        "a Qt platform must be made on the thread of the Qt application");
+        return made.lock();
+    }
+    static char name[] = "quorvane";
+    static char* arguments[] = {name, nullptr};
+    static int count = 1;
+    auto application = std::make_shared<QCoreApplication>(count, arguments);
+    made = application;
+    return application;
+}
+
+} // namespace
+
+struct QtMainQueue::OwnLoop {
+    QEventLoop events;
+    /// Asked after each piece of work; none for a loop that only `quit` ends.
+    std::function<bool()> done;
+    std::exception_ptr thrown;
+};
+
+/// Holds the queue's events back while it is polled, exceptions included.
+class QtMainQueue::Polling {
+public:
+    explicit Polling(QtMainQueue& theQueue) : queue(theQueue) { queue.holding = true; }
+    Polling(const Polling&) = delete;
+    Polling& operator=(const Polling&) = delete;
+    ~Polling() { queue.resume(); }
+
+private:
+    QtMainQueue& queue;
+};
+
+QtMainQueue::QtMainQueue() : application(applicationWhereThereIsNone()) {
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &receiver, [this] { runDelayed(); });
+}
+
+QtMainQueue::~QtMainQueue() {
+    QtMainQueue::close();
+}
+
+void QtMainQueue::post(Work work) {
+    if (waiting.add(std::move(work))) {
+        invokeSoon(&QtMainQueue::runOnePosted);
+    }
+}
+
+MainQueue::Ticket QtMainQueue::postAfter(nanoseconds delay, Work work) {
+    bool first = false;
+    const Ticket ticket = waiting.addDelayed(delay, std::move(work), first);
+    if (first && isMainThread()) {
+        armTimer();
+    } else if (first) {
+        invokeSoon(&QtMainQueue::armTimer);
+    }
+    return ticket;
+}
+
+void QtMainQueue::cancel(Ticket ticket) {
+    waiting.cancel(ticket);
+}
+
+bool QtMainQueue::isMainThread() const {
+    return std::this_thread::get_id() == mainThread;
+}
+
+void QtMainQueue::close() {
+    waiting.close();
+    timer.stop();
+    endLoop();
+}
+
+void QtMainQueue::invokeSoon(void (QtMainQueue::*member)()) {
+    QMetaObject::invokeMethod(
+        &receiver,
+        [this, member, token = std::weak_ptr(alive)] {
+            if (!token.expired()) {
+                (this->*member)();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void QtMainQueue::armTimer() {
+    const std::optional<WaitingWork::Time> due = waiting.nextDue();
+    if (due && !holding) {
+        timer.start(roundedUp(*due - steady_clock::now()));
+    }
+}
+
+bool QtMainQueue::holds() {
+    if (loop != nullptr && !loop->done && quitAsked) {
+        endLoop();
+    }
+    return holding;
+}
+
+void QtMainQueue::runOnePosted() {
+    if (holds()) {
+        ++heldEvents;
+    } else if (Work work = waiting.takePosted(anyTicket)) {
+        perform(std::move(work));
+    }
+}
+
+void QtMainQueue::runDelayed() {
+    if (!holds()) {
+        Work work = waiting.takeDue(steady_clock::now(), anyTicket);
+        armTimer(); // before the work, which may run an event loop of its own
+        if (work) {
+            perform(std::move(work));
+        }
+    }
+}
+
+void QtMainQueue::perform(Work work) {
+    OwnLoop* const own = loop;
+    if (own == nullptr) {
+        work();
+        return;
+    }
+    // An exception must not pass through Qt's event loop: it waits for the loop's end.
+    try {
+        work();
+        work = nullptr;
+        if (own->done && own->done()) {
+            endLoop();
+        }
+    } catch (...) {
+        own->thrown = std::current_exception();
+        endLoop();
+    }
+    static_cast<void>(holds());
+}
+
+void QtMainQueue::endLoop() {
+    if (loop != nullptr) {
+        loop->events.quit();
+        holding = true;
+    }
+}
+
+void QtMainQueue::execute(OwnLoop& own) {
+    QV_PRECONDITION(isMainThread(), "a main queue is run on its main thread");
+    QV_PRECONDITION(loop == nullptr, "work of a main queue must not run the queue");
+    loop = &own;
+    own.events.exec();
+    loop = nullptr;
+    resume();
+    if (own.thrown) {
+        std::rethrow_exception(own.thrown);
+    }
+}
+
+void QtMainQueue::resume() {
+    holding = false;
+    for (std::size_t events = std::min(std::exchange(heldEvents, 0), waiting.postedCount()); events > 0; --events) {
+        invokeSoon(&QtMainQueue::runOnePosted);
+    }
+    armTimer();
+}
+
+void QtMainQueue::run() {
+    if (!quitAsked && !waiting.isClosed()) {
+        OwnLoop own;
+        execute(own);
+    }
+    quitAsked = false;
+}
+
+bool QtMainQueue::runUntil(const std::function<bool()>& done, nanoseconds atMost) {
+    if (done() || waiting.isClosed()) {
+        return done();
+    }
+    OwnLoop own;
+    own.done = done;
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&limit, &QTimer::timeout, &receiver, [this] { endLoop(); });
+    limit.start(roundedUp(atMost));
+    execute(own);
+    return done();
+}
+
+std::size_t QtMainQueue::poll() {
+    QV_PRECONDITION(isMainThread(), "a main queue is run on its main thread");
+    QV_PRECONDITION(loop == nullptr, "work of a main queue must not run the queue");
+    const Ticket newest = waiting.newest();
+    const WaitingWork::Time now = steady_clock::now();
+    const Polling polling(*this);
+    QCoreApplication::processEvents();
+    std::size_t pieces = 0;
+    for (Work work = waiting.takePosted(newest); work; work = waiting.takePosted(newest)) {
+        ++pieces;
+        work();
+    }
+    for (Work work = waiting.takeDue(now, newest); work; work = waiting.takeDue(now, newest)) {
+        ++pieces;
+        work();
+    }
+    return pieces;
+}
+
+void QtMainQueue::quit() {
+    quitAsked = true;
+    invokeSoon(&QtMainQueue::noticeQuit);
+}
+
+} // namespace quorvane::platform::qt

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+
+#include "Platform/Native/NativePlatform.h"
+
+namespace quorvane::platform {
+
+/// The native platform inside a Qt application: completions, timers and delegate calls run in Qt's event loop.
+///
+/// The thread that makes it is the main thread: Qt's, where an application object exists. Where none exists one
+/// without a screen is made and lives as long as any such platform, so a program that wants another kind makes it
+/// before. `mainQueue().run()` and its siblings run Qt's event loop; a program that runs it itself needs none of them.
+class QtPlatform : public NativePlatform {
+public:
+    [[nodiscard]] static std::shared_ptr<QtPlatform> make(NativeOptions options = {});
+
+    explicit QtPlatform(NativeOptions options);
+};
+
+} // namespace quorvane::platform
