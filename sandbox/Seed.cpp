@@ -77,13 +77,13 @@ SeedData makeSeedData(std::uint64_t seed, const std::vector<Coordinate>& points)
         const Coordinate coordinate =
             scattered(chance, anchors[static_cast<std::size_t>(anchor)], isClose ? 25 : farthest);
         const SeedPlace place = makePlace(chance, number, coordinate);
-        data.places.push_back({.number = number, .coordinate = coordinate, .body = json::writeExactly(place.json)});
+        data.places.push_back({.number = number, .coordinate = coordinate, .body = place.json.text()});
         for (std::int64_t count = chance.whole(0, 2); count > 0; --count) {
             ++taskNumber;
             const SeedTask task = makeTask(chance, taskNumber, place);
             data.tasks.push_back({.number = taskNumber,
                                   .coordinate = coordinate,
-                                  .body = json::writeExactly(task.json),
+                                  .body = task.json.text(),
                                   .campaign = task.campaign,
                                   .placeID = place.id,
                                   .placeKey = place.key});

@@ -41,42 +41,37 @@ constexpr std::array<Text, 12> streets{"Mill Lane",   "Station Road",  "Lake Str
 constexpr std::array<Text, 6> cities{"Eastmere", "Kirkhollow", "Sable Ford", "Upper Thorne", "Vinje", "Wrenfield"};
 constexpr std::array<Text, 3> states{"Lowland", "Hillshire", "Coast"};
 
-AnyCodable text(Text value) {
-    return {value};
-}
-
-AnyCodable::Dictionary makeAddress(Chance& chance, const platform::Coordinate& coordinate) {
-    AnyCodable::Dictionary address{
-        {"address1", text(std::to_string(chance.whole(1, 180)) + " " + std::string(chance.pick(streets)))},
-        {"city", text(chance.pick(cities))},
-        {"country", "QV"},
-        {"latitude", coordinate.latitude},
-        {"longitude", coordinate.longitude},
-        {"state", text(chance.pick(states))},
-        {"zipCode", chance.digits(5)}};
+ObjectText makeAddress(Chance& chance, Text city, const platform::Coordinate& coordinate) {
+    ObjectText address{{"address1", std::to_string(chance.whole(1, 180)) + " " + std::string(chance.pick(streets))},
+                       {"city", city},
+                       {"country", "QV"},
+                       {"latitude", coordinate.latitude},
+                       {"longitude", coordinate.longitude},
+                       {"state", chance.pick(states)},
+                       {"zipCode", chance.digits(5)}};
     if (chance.oneIn(4)) {
-        address.emplace("address2", text("Suite " + std::to_string(chance.whole(1, 40))));
+        address["address2"] = "Suite " + std::to_string(chance.whole(1, 40));
     }
     if (!chance.oneIn(5)) {
-        address.emplace("phoneNumber", "+00 555 01" + chance.digits(2));
+        address["phoneNumber"] = "+00 555 01" + chance.digits(2);
     }
     return address;
 }
 
-AnyCodable::Dictionary makeMetadata(Chance& chance) {
+ObjectText makeMetadata(Chance& chance) {
     return {{"openOnSunday", chance.oneIn(2)},
             {"parkingSpaces", chance.whole(0, 120)},
             {"rating", static_cast<double>(chance.whole(5, 24)) / 5 + 0.1},
             {"note", "Invented for the sandbox"},
-            {"doors", AnyCodable::List{"front", "yard"}},
-            {"hours", AnyCodable::Dictionary{{"from", 8}, {"to", chance.whole(17, 22)}}}};
+            {"doors", ListText{"front", "yard"}},
+            {"hours", ObjectText{{"from", 8}, {"to", chance.whole(17, 22)}}}};
 }
 
-AnyCodable::Dictionary makeChain(Chance& chance, const Trade& trade) {
-    AnyCodable::Dictionary chain{{"name", text(trade.chain)}, {"slug", text(trade.slug)}};
+ObjectText makeChain(Chance& chance, const Trade& trade) {
+    ObjectText chain{{"name", trade.chain}, {"slug", trade.slug}};
     if (!chance.oneIn(3)) {
-        chain.emplace("externalId", "ext-" + std::string(trade.slug));
-        chain.emplace("metadata", AnyCodable::Dictionary{{"branches", chance.whole(3, 400)}, {"isFranchise", true}});
+        chain["externalId"] = "ext-" + std::string(trade.slug);
+        chain["metadata"] = ObjectText{{"branches", chance.whole(3, 400)}, {"isFranchise", true}};
     }
     return chain;
 }
@@ -91,6 +86,7 @@ std::string numbered(const std::string& word, std::int64_t number) {
 
 SeedPlace makePlace(Chance& chance, std::int64_t number, const platform::Coordinate& coordinate) {
     const Trade& trade = chance.pick(trades);
+    const Text city = chance.pick(cities);
     const bool isBranch = !trade.chain.empty();
     const std::string ownName = std::string(chance.pick(names)) + " " + std::string(trade.word);
     SeedPlace place{.number = number,
@@ -98,28 +94,27 @@ SeedPlace makePlace(Chance& chance, std::int64_t number, const platform::Coordin
                     .key = numbered("pk", number),
                     .client = isBranch ? std::string(trade.slug) : "independent",
                     .coordinate = coordinate,
-                    .address = makeAddress(chance, coordinate)};
-    const auto& city = std::get<std::string>(place.address.at("city").value);
-    place.name = isBranch ? std::string(trade.chain) + " " + city : ownName;
+                    .address = makeAddress(chance, city, coordinate)};
+    place.name = isBranch ? std::string(trade.chain) + " " + std::string(city) : ownName;
     place.json = place.address;
-    place.json.insert({{"id", place.id},
-                       {"key", place.key},
-                       {"name", place.name},
-                       {"active", !chance.oneIn(12)},
-                       {"categories", AnyCodable::List{text(trade.category), "shop"}},
-                       {"group", text(trade.group)},
-                       {"clientKey", place.client},
-                       {"owners", AnyCodable::Dictionary{{"client", place.client}}},
-                       {"dragonId", "D-" + chance.digits(8)}});
+    place.json.add({{"id", place.id},
+                    {"key", place.key},
+                    {"name", place.name},
+                    {"active", !chance.oneIn(12)},
+                    {"categories", ListText{trade.category, "shop"}},
+                    {"group", trade.group},
+                    {"clientKey", place.client},
+                    {"owners", ObjectText{{"client", place.client}}},
+                    {"dragonId", "D-" + chance.digits(8)}});
     if (isBranch) {
-        place.json.emplace("chain", makeChain(chance, trade));
-        place.json.emplace("clientReference", "branch " + std::to_string(number));
+        place.json["chain"] = makeChain(chance, trade);
+        place.json["clientReference"] = "branch " + std::to_string(number);
     }
     if (chance.oneIn(2)) {
-        place.json.emplace("metadata", makeMetadata(chance));
+        place.json["metadata"] = makeMetadata(chance);
     }
     if (chance.oneIn(3)) {
-        place.json.emplace("emails", AnyCodable::List{place.id + "@example.invalid"});
+        place.json["emails"] = ListText{place.id + "@example.invalid"};
     }
     return place;
 }

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "JSON/AnyCodable.h"
 #include "Platform/Location.h"
 #include "sandbox/Chance.h"
+#include "sandbox/SeedText.h"
 
 namespace quorvane::sandbox {
 
@@ -18,9 +18,9 @@ struct SeedPlace {
     std::string client;
     platform::Coordinate coordinate;
     /// The place as JSON, its address flat beside its own keys.
-    AnyCodable::Dictionary json;
+    ObjectText json;
     /// The keys of its address alone.
-    AnyCodable::Dictionary address;
+    ObjectText address;
 };
 
 [[nodiscard]] SeedPlace makePlace(Chance& chance, std::int64_t number, const platform::Coordinate& coordinate);

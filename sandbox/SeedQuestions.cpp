@@ -8,23 +8,20 @@
 namespace quorvane::sandbox {
 namespace {
 
-using Dictionary = AnyCodable::Dictionary;
-using List = AnyCodable::List;
-
 /// One kind of question; `make` adds what is its own to what all have.
 struct Kind {
     std::string_view type;
     std::string_view text;
-    void (*make)(Dictionary& question);
+    void (*make)(ObjectText& question, const std::string& key);
 };
 
 constexpr std::array<std::string_view, 3> levels{"none", "flat", "vertical"};
 constexpr std::array<std::string_view, 6> overlays{
     "none", "circle", "circle_square", "rectangle_horizontal", "square", "rectangle_vertical"};
 
-void makeOpenEnded(Dictionary& question) {
+void makeOpenEnded(ObjectText& question, const std::string& /*key*/) {
     question["openTextPlaceholder"] = "A sentence or two";
-    question["openTextSuggestions"] = List{"Tidy", "Untidy", "Closed"};
+    question["openTextSuggestions"] = ListText{"Tidy", "Untidy", "Closed"};
     question["mustPickSuggestion"] = false;
     question["singleLineResponse"] = false;
     question["minValue"] = 3;
@@ -32,43 +29,43 @@ void makeOpenEnded(Dictionary& question) {
     question["sentimentText"] = "neutral";
 }
 
-void makeNumeric(Dictionary& question) {
+void makeNumeric(ObjectText& question, const std::string& /*key*/) {
     question["allowDecimals"] = true;
     question["minValue"] = 0;
     question["maxValue"] = 500;
     question["maxScore"] = 10;
     question["showUnitsOnLeft"] = true;
     question["unitOfMeasurementLabel"] = "€";
-    question["scoreIntervals"] = List{Dictionary{{"upperBound", 10}, {"score", 10}},
-                                      Dictionary{{"lowerBound", 11}, {"upperBound", 100}, {"score", 5}},
-                                      Dictionary{{"lowerBound", 101}, {"score", 0}}};
+    question["scoreIntervals"] = ListText{ObjectText{{"upperBound", 10}, {"score", 10}},
+                                          ObjectText{{"lowerBound", 11}, {"upperBound", 100}, {"score", 5}},
+                                          ObjectText{{"lowerBound", 101}, {"score", 0}}};
 }
 
-void makeSingle(Dictionary& question) {
+void makeSingle(ObjectText& question, const std::string& key) {
     question["answerOrder"] = "random";
     question["hasOther"] = true;
     question["lastAnswerPositionPinned"] = true;
-    question["criticalAnswers"] = List{AnyCodable(std::get<std::string>(question["key"].value) + "-a1")};
+    question["criticalAnswers"] = ListText{key + "-a1"};
 }
 
-void makeMultiple(Dictionary& question) {
+void makeMultiple(ObjectText& question, const std::string& key) {
     question["minMultipleAnswers"] = 1;
     question["maxMultipleAnswers"] = 2;
-    question["thresholdAnswers"] = List{AnyCodable(std::get<std::string>(question["key"].value) + "-a2")};
+    question["thresholdAnswers"] = ListText{key + "-a2"};
 }
 
-void makeRating(Dictionary& question) {
+void makeRating(ObjectText& question, const std::string& /*key*/) {
     question["numStars"] = 5;
     question["lowValueLabel"] = "Poor";
     question["highValueLabel"] = "Excellent";
 }
 
-void makeBarcode(Dictionary& question) {
-    question["images"] = List{"https://images.example.invalid/barcode.png"};
+void makeBarcode(ObjectText& question, const std::string& /*key*/) {
+    question["images"] = ListText{"https://images.example.invalid/barcode.png"};
     question["videoId"] = "how-to-scan";
 }
 
-void makePlain(Dictionary& question) {
+void makePlain(ObjectText& question, const std::string& /*key*/) {
     question["isOptional"] = true;
 }
 
@@ -86,34 +83,34 @@ constexpr std::array<Kind, 9> kinds{{
 
 constexpr std::array<std::string_view, 3> choices{"Front", "Side", "None of them"};
 
-Dictionary makePhotoOptions(std::int64_t number) {
+ObjectText makePhotoOptions(std::int64_t number) {
     const auto index = static_cast<std::size_t>(number);
     return {{"allowFlashToggle", number % 2 == 0},
             {"defaultFlashState", number % 3 == 0},
             {"exampleImage", "https://images.example.invalid/example.jpg"},
             {"googleVisionOptionKey", ""},
             {"mustProvidePhoto", number % 2 == 1},
-            {"photoLevelType", AnyCodable(levels[index % levels.size()])},
-            {"photoOverlayType", AnyCodable(overlays[index % overlays.size()])},
+            {"photoLevelType", levels[index % levels.size()]},
+            {"photoOverlayType", overlays[index % overlays.size()]},
             {"photoPromptText", "Hold the camera straight."}};
 }
 
-List makeAnswers(const std::string& questionKey, const std::string& nextKey, const Dictionary& owners) {
-    List answers;
+ListText makeAnswers(const std::string& questionKey, const std::string& nextKey, const ObjectText& owners) {
+    ListText answers;
     for (std::size_t i = 0; i < choices.size(); ++i) {
         const std::string key = questionKey + "-a" + std::to_string(i + 1);
-        answers.emplace_back(Dictionary{{"answerOrder", i},
-                                        {"clientReference", "choice " + std::to_string(i + 1)},
-                                        {"created", seedTime},
-                                        {"modified", seedTime},
-                                        {"displayText", AnyCodable(choices[i])},
-                                        {"displayTextKey", key + "-text"},
-                                        {"key", key},
-                                        {"nextQuestionKey", nextKey},
-                                        {"owners", owners},
-                                        {"questionKey", questionKey},
-                                        {"score", 2 - static_cast<int>(i)},
-                                        {"version", 1}});
+        answers.add(ObjectText{{"answerOrder", i},
+                               {"clientReference", "choice " + std::to_string(i + 1)},
+                               {"created", seedTime},
+                               {"modified", seedTime},
+                               {"displayText", choices[i]},
+                               {"displayTextKey", key + "-text"},
+                               {"key", key},
+                               {"nextQuestionKey", nextKey},
+                               {"owners", owners},
+                               {"questionKey", questionKey},
+                               {"score", 2 - static_cast<int>(i)},
+                               {"version", 1}});
     }
     return answers;
 }
@@ -124,44 +121,44 @@ bool hasChoices(const Kind& kind) {
 
 } // namespace
 
-List makeQuestions(Chance& chance, std::int64_t taskNumber, const Dictionary& owners) {
+ListText makeQuestions(Chance& chance, std::int64_t taskNumber, const ObjectText& owners) {
     const std::int64_t count = chance.whole(3, 5);
     const auto keyOf = [&](std::int64_t index) {
         const bool exists = index >= 0 && index < count;
         return exists ? numbered("task", taskNumber) + "-q" + std::to_string(index + 1) : std::string();
     };
-    List questions;
+    ListText questions;
     for (std::int64_t i = 0; i < count; ++i) {
         const Kind& kind = kinds[static_cast<std::size_t>(taskNumber * 3 + i) % kinds.size()];
-        Dictionary question{{"allowDecimals", false},
+        ObjectText question{{"allowDecimals", false},
                             {"answerOrder", "fixed"},
-                            {"answers", hasChoices(kind) ? makeAnswers(keyOf(i), keyOf(i + 1), owners) : List{}},
+                            {"answers", hasChoices(kind) ? makeAnswers(keyOf(i), keyOf(i + 1), owners) : ListText{}},
                             {"clientReference", "question " + std::to_string(i + 1)},
                             {"created", seedTime},
                             {"modified", seedTime},
-                            {"criticalAnswers", List{}},
+                            {"criticalAnswers", ListText{}},
                             {"dragonID", "D-" + chance.digits(8)},
-                            {"images", List{}},
+                            {"images", ListText{}},
                             {"key", keyOf(i)},
-                            {"openTextSuggestions", List{}},
+                            {"openTextSuggestions", ListText{}},
                             {"order", i},
                             {"owners", owners},
-                            {"pointers", Dictionary{{"nextKey", keyOf(i + 1)}, {"previousKey", keyOf(i - 1)}}},
-                            {"question", AnyCodable(kind.text)},
-                            {"responseCount", Dictionary{{"actual", 0}, {"wanted", chance.whole(1, 20)}}},
-                            {"scoreIntervals", List{}},
+                            {"pointers", ObjectText{{"nextKey", keyOf(i + 1)}, {"previousKey", keyOf(i - 1)}}},
+                            {"question", kind.text},
+                            {"responseCount", ObjectText{{"actual", 0}, {"wanted", chance.whole(1, 20)}}},
+                            {"scoreIntervals", ListText{}},
                             {"showUnitsOnLeft", false},
-                            {"thresholdAnswers", List{}},
-                            {"type", AnyCodable(kind.type)},
+                            {"thresholdAnswers", ListText{}},
+                            {"type", kind.type},
                             {"version", 1}};
-        kind.make(question);
+        kind.make(question, keyOf(i));
         if (i > 0) {
             question["parentKey"] = keyOf(i - 1);
         }
         if (i == 0 || chance.oneIn(4)) {
             question["photoCaptureOptions"] = makePhotoOptions(taskNumber + i);
         }
-        questions.emplace_back(std::move(question));
+        questions.add(std::move(question));
     }
     return questions;
 }

@@ -5,9 +5,7 @@
 namespace quorvane::sandbox {
 namespace {
 
-using Dictionary = AnyCodable::Dictionary;
-
-Dictionary makeReward(Chance& chance, const std::string& key, const Dictionary& owners) {
+ObjectText makeReward(Chance& chance, const std::string& key, const ObjectText& owners) {
     return {{"activationDelay", 0},
             {"activationExpiration", 30},
             {"activationExpiryPeriodType", chance.whole(0, 3)},
@@ -22,7 +20,7 @@ Dictionary makeReward(Chance& chance, const std::string& key, const Dictionary& 
             {"legalese", "Has no cash value."},
             {"logo", "https://images.example.invalid/reward.png"},
             {"maxClaimCount", chance.whole(1, 3)},
-            {"message", Dictionary{{"header", "Thank you"}, {"body", "Show this code at the till."}}},
+            {"message", ObjectText{{"header", "Thank you"}, {"body", "Show this code at the till."}}},
             {"owners", owners},
             {"redemptionExpiration", 60},
             {"shareText", "I have earned a coupon."},
@@ -30,17 +28,17 @@ Dictionary makeReward(Chance& chance, const std::string& key, const Dictionary& 
             {"version", 1}};
 }
 
-void addBarcode(Chance& chance, Dictionary& reward, const std::string& key) {
-    reward.emplace("barcode", Dictionary{{"alternateText", "Ten percent off"},
-                                         {"instructions", "Let the code be scanned."},
-                                         {"isUnique", true},
-                                         {"rewardKey", key},
-                                         {"state", "unused"},
-                                         {"type", "code128"},
-                                         {"value", "QV" + chance.digits(10)}});
+void addBarcode(Chance& chance, ObjectText& reward, const std::string& key) {
+    reward["barcode"] = ObjectText{{"alternateText", "Ten percent off"},
+                                   {"instructions", "Let the code be scanned."},
+                                   {"isUnique", true},
+                                   {"rewardKey", key},
+                                   {"state", "unused"},
+                                   {"type", "code128"},
+                                   {"value", "QV" + chance.digits(10)}};
 }
 
-void makeRandomDraw(Chance& chance, Dictionary& reward) {
+void makeRandomDraw(Chance& chance, ObjectText& reward) {
     reward["isRandomDraw"] = true;
     reward["randomDrawRatio"] = static_cast<double>(chance.whole(1, 3)) / 4;
     reward["randomDrawLoseMessage"] = "Not this time.";
@@ -49,19 +47,19 @@ void makeRandomDraw(Chance& chance, Dictionary& reward) {
 
 } // namespace
 
-AnyCodable::List makeRewards(Chance& chance, std::int64_t taskNumber, const Dictionary& owners) {
+ListText makeRewards(Chance& chance, std::int64_t taskNumber, const ObjectText& owners) {
     const std::string key = numbered("reward", taskNumber);
-    AnyCodable::List rewards;
+    ListText rewards;
     if (taskNumber % 4 != 0) {
-        Dictionary coupon = makeReward(chance, key, owners);
+        ObjectText coupon = makeReward(chance, key, owners);
         addBarcode(chance, coupon, key);
-        rewards.emplace_back(coupon);
+        rewards.add(coupon);
     }
     if (taskNumber % 4 == 1) {
-        Dictionary draw = makeReward(chance, key + "-draw", owners);
+        ObjectText draw = makeReward(chance, key + "-draw", owners);
         draw["parentKey"] = key;
         makeRandomDraw(chance, draw);
-        rewards.emplace_back(draw);
+        rewards.add(draw);
     }
     return rewards;
 }

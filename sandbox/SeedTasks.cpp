@@ -23,12 +23,12 @@ constexpr std::array<Campaign, 5> campaigns{{
 
 constexpr std::int64_t day = 86'400'000;
 
-AnyCodable::Dictionary makeLocation(Chance& chance, const SeedPlace& place) {
-    AnyCodable::Dictionary location = place.address;
-    location.emplace("name", place.name);
-    location.emplace("confidence", chance.whole(0, 3));
-    location.emplace("geofenceRadius", static_cast<double>(chance.whole(5, 20)) * 10 + 0.5);
-    location.emplace("countryCode", "QV");
+ObjectText makeLocation(Chance& chance, const SeedPlace& place) {
+    ObjectText location = place.address;
+    location["name"] = place.name;
+    location["confidence"] = chance.whole(0, 3);
+    location["geofenceRadius"] = static_cast<double>(chance.whole(5, 20)) * 10 + 0.5;
+    location["countryCode"] = "QV";
     return location;
 }
 
@@ -37,34 +37,32 @@ AnyCodable::Dictionary makeLocation(Chance& chance, const SeedPlace& place) {
 SeedTask makeTask(Chance& chance, std::int64_t number, const SeedPlace& place) {
     const auto& campaign = campaigns[static_cast<std::size_t>(number) % campaigns.size()];
     const std::int64_t created = seedTime + chance.whole(0, 300) * day;
-    const AnyCodable::Dictionary owners{
-        {"campaign", AnyCodable(campaign.id)}, {"client", place.client}, {"user", "sandbox"}};
-    AnyCodable::List questions = makeQuestions(chance, number, owners);
-    const auto& first = std::get<AnyCodable::Dictionary>(questions.front().value);
+    const ObjectText owners{{"campaign", campaign.id}, {"client", place.client}, {"user", "sandbox"}};
+    ListText questions = makeQuestions(chance, number, owners);
     const auto least = static_cast<std::int64_t>(questions.size());
     SeedTask task{.campaign = std::string(campaign.id)};
     task.json = {{"associatesOnly", chance.oneIn(8)},
                  {"created", created},
                  {"modified", created + day},
                  {"due", created + 3650 * day},
-                 {"description", AnyCodable(campaign.description)},
+                 {"description", campaign.description},
                  {"key", numbered("task", number)},
                  {"location", makeLocation(chance, place)},
                  {"locationKey", place.key},
                  {"logo", "https://images.example.invalid/" + std::string(campaign.id) + ".png"},
-                 {"nextQuestion", first.at("key")},
+                 {"nextQuestion", numbered("task", number) + "-q1"},
                  {"owners", owners},
                  {"questions", std::move(questions)},
                  {"rewards", makeRewards(chance, number, owners)},
-                 {"taskRequirements", AnyCodable::List{}},
-                 {"time", AnyCodable::Dictionary{{"min", least}, {"max", least * 3}}},
+                 {"taskRequirements", ListText{}},
+                 {"time", ObjectText{{"min", least}, {"max", least * 3}}},
                  {"title", std::string(campaign.title) + " at " + place.name},
                  {"version", 1}};
     if (chance.oneIn(3)) {
         task.json["claimDistanceOverride"] = static_cast<double>(chance.whole(1, 8)) / 4;
     }
     if (chance.oneIn(3)) {
-        task.json["taskRequirements"] = AnyCodable::List{"Keep the receipt.", "Ask before you take photographs."};
+        task.json["taskRequirements"] = ListText{"Keep the receipt.", "Ask before you take photographs."};
     }
     return task;
 }

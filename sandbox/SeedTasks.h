@@ -3,16 +3,16 @@
 #include <cstdint>
 #include <string>
 
-#include "JSON/AnyCodable.h"
 #include "sandbox/Chance.h"
 #include "sandbox/SeedPlaces.h"
+#include "sandbox/SeedText.h"
 
 namespace quorvane::sandbox {
 
 /// An invented task at a place; without "distance" and "state", which depend on the request.
 struct SeedTask {
     std::string campaign;
-    AnyCodable::Dictionary json;
+    ObjectText json;
 };
 
 /// The task with this number. The kind of its questions follows from the number, so that a few tasks in a row have
@@ -20,12 +20,10 @@ struct SeedTask {
 [[nodiscard]] SeedTask makeTask(Chance& chance, std::int64_t number, const SeedPlace& place);
 
 /// The questions of a task: each one's "parentKey" is the key of the one before it.
-[[nodiscard]] AnyCodable::List makeQuestions(Chance& chance, std::int64_t taskNumber,
-                                             const AnyCodable::Dictionary& owners);
+[[nodiscard]] ListText makeQuestions(Chance& chance, std::int64_t taskNumber, const ObjectText& owners);
 
 /// The rewards of a task, none for some.
-[[nodiscard]] AnyCodable::List makeRewards(Chance& chance, std::int64_t taskNumber,
-                                           const AnyCodable::Dictionary& owners);
+[[nodiscard]] ListText makeRewards(Chance& chance, std::int64_t taskNumber, const ObjectText& owners);
 
 /// Milliseconds since 1970 of everything that was made: a constant, so that the data do not depend on the day.
 constexpr std::int64_t seedTime = 1'700'000'000'000;
