@@ -9,7 +9,7 @@ int main() {
     const auto platform = quorvane::platform::NativePlatform::make();
     quorvane::platform::install(platform);
     Quorvane::initialize("SANDBOX--first-search");
-    Quorvane::Search::places({{45.75, 14.36}}, 5000, {}, {}, {}, 10, [&](auto status, const auto&, const auto& places) {
+    Quorvane::Search::places({{46.05, 14.5}}, 5000, {}, {}, {}, 10, [&](auto status, const auto&, const auto& places) {
         std::cout << Quorvane::fromStatus(status) << "\n";
         for (const auto& place : places.value_or(quorvane::QVPlaceList{})) {
             std::cout << place->name << "\n";
