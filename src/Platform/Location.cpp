@@ -13,6 +13,11 @@ constexpr double radians(double degrees) {
     return degrees * std::numbers::pi / 180.0;
 }
 
+/// The same direction within two turns, so that no difference of two overflows. Changes no value of a map.
+double folded(double degrees) {
+    return std::fmod(degrees, 720.0);
+}
+
 } // namespace
 
 bool Coordinate::isValid() const {
@@ -20,10 +25,10 @@ bool Coordinate::isValid() const {
 }
 
 double distance(const Coordinate& a, const Coordinate& b) {
-    const double latitudeHalf = std::sin(radians(b.latitude - a.latitude) / 2);
-    const double longitudeHalf = std::sin(radians(b.longitude - a.longitude) / 2);
-    const double haversine = latitudeHalf * latitudeHalf + std::cos(radians(a.latitude)) *
-                                                               std::cos(radians(b.latitude)) * longitudeHalf *
+    const double latitudeHalf = std::sin(radians(folded(b.latitude) - folded(a.latitude)) / 2);
+    const double longitudeHalf = std::sin(radians(folded(b.longitude) - folded(a.longitude)) / 2);
+    const double haversine = latitudeHalf * latitudeHalf + std::cos(radians(folded(a.latitude))) *
+                                                               std::cos(radians(folded(b.latitude))) * longitudeHalf *
                                                                longitudeHalf;
     return 2 * meanEarthRadius * std::asin(std::sqrt(std::clamp(haversine, 0.0, 1.0)));
 }

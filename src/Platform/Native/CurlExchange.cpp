@@ -65,6 +65,7 @@ CurlExchange::CurlExchange(std::uint64_t theNumber, HTTPRequest theRequest, cons
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
     set(handle, CURLOPT_PATH_AS_IS, 1L);
     set(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
+    set(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(HTTPTransport::maxBodyBytes));
     // A name that is still being looked up must hold up neither a timeout nor the end of the transport.
     set(handle, CURLOPT_QUICK_EXIT, 1L);
     set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
@@ -199,7 +200,8 @@ HTTPTransport::Result CurlExchange::finish(CURLcode code) {
 
 TransportError CurlExchange::error(CURLcode code) const {
     TransportError result;
-    if (isTooLarge) {
+    // An endless line of a header is libcurl's only reason to run out of memory that occurs.
+    if (isTooLarge || code == CURLE_FILESIZE_EXCEEDED || code == CURLE_OUT_OF_MEMORY) {
         result.kind = TransportError::Kind::tooLarge;
         result.message = "The answer is larger than 64 MiB, or its headers are larger than 256 KiB.";
         return result;

@@ -1,9 +1,11 @@
 #include "Platform/Native/PreferencesFile.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <initializer_list>
 #include <limits>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
@@ -17,8 +19,20 @@
 namespace quorvane::platform::native {
 namespace {
 
-/// How long a write waits for that of another process.
-constexpr int busyMilliseconds = 2000;
+/// How long a write waits for those of other processes.
+constexpr std::chrono::seconds longestWait(2);
+
+/// Tries again soon and often: SQLite's own handler waits ever longer, and starves beside a process that writes all
+/// the time. @p state is the moment at which the waiting began.
+int waitForOthers(void* state, int attempts) {
+    auto& began = *static_cast<std::chrono::steady_clock::time_point*>(state);
+    const auto now = std::chrono::steady_clock::now();
+    if (attempts == 0) {
+        began = now;
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
+    return now - began < longestWait ? 1 : 0;
+}
 
 std::uint64_t numberOf(const std::string& path) {
     struct stat status {};
@@ -154,7 +168,7 @@ FileOutcome PreferencesFile::openLocked() {
         result != FileOutcome::done) {
         return result;
     }
-    sqlite3_busy_timeout(database, busyMilliseconds);
+    sqlite3_busy_handler(database, &waitForOthers, &waitingSince);
     for (const char* sql : {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = NORMAL",
                             // The value has no declared type: SQLite would make a number of a text that looks like one.
                             "CREATE TABLE IF NOT EXISTS preferences "

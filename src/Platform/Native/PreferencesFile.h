@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -74,6 +75,8 @@ private:
     /// The file's number on its file system when it was opened; 0 when it is not known.
     std::uint64_t fileNumber = 0;
     std::string lastReason;
+    /// Since when another process is waited for.
+    std::chrono::steady_clock::time_point waitingSince;
 };
 
 } // namespace quorvane::platform::native
