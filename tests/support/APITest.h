@@ -1,22 +1,15 @@
 #pragma once
 
 #include <string>
-#include <utility>
 
 #include "API/QVAuthService.h"
 #include "API/QVEndpoints.h"
 #include "API/QuorvaneAPI.h"
 #include "support/Calls.h"
+#include "support/IdentityAnswers.h"
 #include "support/SimulatedTest.h"
 
 namespace quorvane {
-
-/// What the token endpoint answers.
-inline std::string tokenAnswer(const std::string& accessToken = "new-access", const std::string& expiresIn = "3600",
-                               const std::string& refreshToken = "new-refresh") {
-    return R"({"access_token":")" + accessToken + R"(","expires_in":")" + expiresIn +
-           R"(","id_token":"i","refresh_token":")" + refreshToken + R"(","session_state":"s","token_type":"Bearer"})";
-}
 
 /// A test with a configured key and the endpoints of the local services; nobody is signed in.
 class APITest : public SimulatedTest {
@@ -37,17 +30,8 @@ protected:
         store("qourvane_access_token_expiry", now() + seconds);
     }
 
-    /// Lets the identity service sign in whoever asks.
-    void answerSignIn() {
-        answerAuthorize();
-        transport().answer("POST", "/token", Answer::json(tokenAnswer()));
-    }
-
-    void answerAuthorize() {
-        transport().answer("GET", "/authorize", [](const quorvane::testing::RecordedRequest& request) {
-            return Answer::json(R"({"code":"the-code","state":")" + request.query.at("state") + R"("})");
-        });
-    }
+    void answerSignIn() { quorvane::answerSignIn(transport()); }
+    void answerAuthorize() { quorvane::answerAuthorize(transport()); }
 
     /// The signed-in flag as it is stored.
     [[nodiscard]] std::optional<bool> flag() { return preferences().boolean("quorvane_background_tracking"); }

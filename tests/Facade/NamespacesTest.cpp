@@ -1,0 +1,103 @@
+#include "Facade/Quorvane.h"
+#include "support/Calls.h"
+#include "support/SimulatedTest.h"
+
+namespace quorvane {
+namespace {
+
+template <class T>
+using List = std::optional<std::vector<std::shared_ptr<T>>>;
+
+/// The namespace operations that this version does not provide.
+class NamespacesTest : public SimulatedTest {
+protected:
+    /// Runs @p check without a key and with one.
+    template <class Check>
+    void inBothWorlds(Check check) {
+        check(QVStatus::ERROR_PUBLISHABLE_KEY);
+        store("quorvane_access_key", "");
+        check(QVStatus::ERROR_UNIMPLEMENTED);
+        EXPECT_TRUE(transport().requests().empty());
+    }
+};
+
+TEST_F(NamespacesTest, UsersAnswerBeforeTheyReturn) {
+    inBothWorlds([](QVStatus status) {
+        const Calls<QVStatus, std::shared_ptr<QVUser>> got;
+        Quorvane::Users::get("u1", got.record());
+        EXPECT_EQ(got.first<0>(), status);
+        EXPECT_EQ(got.first<1>(), nullptr);
+
+        const Calls<QVStatus, List<QVUser>> listed;
+        Quorvane::Users::list(10, std::nullopt, quorvane::testing::SimulatedClock::start, listed.record());
+        EXPECT_EQ(listed.first<0>(), status);
+        EXPECT_EQ(listed.first<1>(), std::nullopt);
+
+        const Calls<QVStatus, bool> deleted;
+        Quorvane::Users::delete_("u1", deleted.record());
+        EXPECT_EQ(deleted.first<0>(), status);
+        EXPECT_FALSE(deleted.first<1>());
+    });
+}
+
+TEST_F(NamespacesTest, TrackingAnswersBeforeItReturnsOrDoesNothing) {
+    inBothWorlds([this](QVStatus status) {
+        const Calls<QVStatus, std::optional<platform::Location>, List<QVEvent>, std::shared_ptr<QVUser>> calls;
+        Quorvane::Tracking::once(calls.record());
+        Quorvane::Tracking::once(platform::Location{{46.0, 14.5}}, calls.record());
+        ASSERT_EQ(calls.count(), 2U);
+        for (std::size_t i = 0; i < 2; ++i) {
+            EXPECT_EQ(std::get<0>(calls[i]), status);
+            EXPECT_EQ(std::get<1>(calls[i]), std::nullopt);
+            EXPECT_EQ(std::get<2>(calls[i]), std::nullopt);
+            EXPECT_EQ(std::get<3>(calls[i]), nullptr);
+        }
+
+        const auto before = preferences().keys();
+        Quorvane::Tracking::start(QuorvaneTrackingOptions::CONTINUOUS());
+        EXPECT_FALSE(Quorvane::Tracking::isTracking());
+        Quorvane::Tracking::stop();
+        EXPECT_EQ(preferences().keys(), before);
+    });
+}
+
+TEST_F(NamespacesTest, TasksAnswerBeforeTheyReturnOrWithAnEmptyResult) {
+    inBothWorlds([](QVStatus status) {
+        const auto task = std::make_shared<QVTask>();
+        const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
+        Quorvane::Tasks::claim(task, claimed.record());
+        EXPECT_EQ(claimed.first<0>(), status);
+        EXPECT_EQ(claimed.first<1>(), nullptr);
+
+        const Calls<QVStatus, std::shared_ptr<QVTaskResponse>, std::optional<QVTaskResponse::SubmitError>> saved;
+        Quorvane::Tasks::saveResponse(task, nullptr, std::nullopt, "3", nullptr, saved.record());
+        EXPECT_EQ(saved.first<0>(), status);
+        EXPECT_EQ(saved.first<1>(), nullptr);
+        EXPECT_EQ(saved.first<2>().has_value(), status == QVStatus::ERROR_PUBLISHABLE_KEY);
+
+        EXPECT_TRUE(Quorvane::Tasks::getRequirements(task).empty());
+        EXPECT_EQ(Quorvane::Tasks::nextQuestion(task, "q1"), nullptr);
+    });
+}
+
+TEST_F(NamespacesTest, PlacesAnswerBeforeTheyReturn) {
+    inBothWorlds([](QVStatus status) {
+        const auto place = std::make_shared<QVPlace>();
+        const Calls<QVStatus, List<QVPlace>> created;
+        Quorvane::Places::create(place, QVStorageType::LOCAL, created.record());
+        Quorvane::Places::create(std::vector{place, place}, QVStorageType::REMOTE, created.record());
+        ASSERT_EQ(created.count(), 2U);
+        for (std::size_t i = 0; i < 2; ++i) {
+            EXPECT_EQ(std::get<0>(created[i]), status);
+            EXPECT_EQ(std::get<1>(created[i]), std::nullopt);
+        }
+    });
+}
+
+TEST_F(NamespacesTest, ThereAreNoCaptureScreensInABuildWithoutThem) {
+    EXPECT_EQ(Quorvane::createBarcodeScanner(), nullptr);
+    EXPECT_EQ(Quorvane::createImagePicker(std::make_shared<QVQuestion>()), nullptr);
+}
+
+} // namespace
+} // namespace quorvane
