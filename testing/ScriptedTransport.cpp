@@ -164,24 +164,24 @@ void ScriptedTransport::answer(const std::string& method, const std::string& pat
     }
 }
 
-void ScriptedTransport::answer(const std::string& method, const std::string& path, ScriptedAnswer fixed) {
-    answer(method, path, always(std::move(fixed)));
+void ScriptedTransport::answer(const std::string& method, const std::string& path, ScriptedAnswer answer) {
+    this->answer(method, path, always(std::move(answer)));
 }
 
 void ScriptedTransport::answerOnce(const std::string& method, const std::string& path, Handler handler) {
     onceRules.push_back({method, path, std::make_shared<const Handler>(std::move(handler))});
 }
 
-void ScriptedTransport::answerOnce(const std::string& method, const std::string& path, ScriptedAnswer fixed) {
-    answerOnce(method, path, always(std::move(fixed)));
+void ScriptedTransport::answerOnce(const std::string& method, const std::string& path, ScriptedAnswer answer) {
+    answerOnce(method, path, always(std::move(answer)));
 }
 
 void ScriptedTransport::answerOtherwise(Handler handler) {
     otherwise = std::make_shared<const Handler>(std::move(handler));
 }
 
-void ScriptedTransport::answerOtherwise(ScriptedAnswer fixed) {
-    answerOtherwise(always(std::move(fixed)));
+void ScriptedTransport::answerOtherwise(ScriptedAnswer answer) {
+    answerOtherwise(always(std::move(answer)));
 }
 
 void ScriptedTransport::forgetRules() {
