@@ -57,9 +57,16 @@ function(quorvane_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/src
                                                ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE Quorvane::SDK ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
+    set(properties TIMEOUT 300)
+    if(ARG_LABELS)
+        list(APPEND properties LABELS ${ARG_LABELS})
+    endif()
+    if(ARG_ENVIRONMENT)
+        list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
+    endif()
     gtest_discover_tests(
         ${name}
         NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}" ENVIRONMENT "${ARG_ENVIRONMENT}")
+        PROPERTIES ${properties})
 endfunction()

@@ -4,8 +4,8 @@ set -euo pipefail
 
 case=$1
 prefix=$SCRATCH/moved
-mkdir -p "$SCRATCH/tmp"
-export TMPDIR=$SCRATCH/tmp CCACHE_NOHASHDIR=1
+mkdir -p "$SCRATCH/tmp/$case"
+export TMPDIR=$SCRATCH/tmp/$case CCACHE_NOHASHDIR=1
 read -r -a sanitizers <<<"${SANITIZE:+-fsanitize=$SANITIZE}"
 
 fail() {
