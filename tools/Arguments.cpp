@@ -1,0 +1,83 @@
+#include "tools/Arguments.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "tools/Failure.h"
+#include "tools/Text.h"
+
+namespace quorvane::tool {
+namespace {
+
+[[noreturn]] void refuse(const std::string& option, std::string_view taken, const std::string& text) {
+    throw WrongForm(option + " takes " + std::string(taken) + ", not \"" + printable(text) + "\"");
+}
+
+/// The whole of @p text as a number.
+template <class Number>
+std::optional<Number> numberIn(std::string_view text) {
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+platform::Coordinate coordinateIn(const std::string& option, const std::string& text) {
+    constexpr std::string_view taken = "LAT,LNG in degrees, such as 52.0931,5.6642";
+    const std::string_view whole = text;
+    const std::size_t comma = whole.find(',');
+    if (comma == std::string_view::npos) {
+        refuse(option, taken, text);
+    }
+    const std::optional<double> latitude = numberIn<double>(whole.substr(0, comma));
+    const std::optional<double> longitude = numberIn<double>(whole.substr(comma + 1));
+    if (!latitude || !longitude) {
+        refuse(option, taken, text);
+    }
+    const platform::Coordinate coordinate{*latitude, *longitude};
+    if (!coordinate.isValid()) {
+        refuse(option, "a latitude from -90 to 90 and a longitude from -180 to 180", text);
+    }
+    return coordinate;
+}
+
+int metresIn(const std::string& option, const std::string& text) {
+    const std::optional<int> metres = numberIn<int>(text);
+    if (!metres || *metres < 0) {
+        refuse(option, "a whole number of metres from 0 to " + std::to_string(std::numeric_limits<int>::max()), text);
+    }
+    return *metres;
+}
+
+std::uint16_t portIn(const std::string& option, const std::string& text) {
+    const std::optional<std::uint16_t> port = numberIn<std::uint16_t>(text);
+    if (!port || *port == 0) {
+        refuse(option, "a port from 1 to 65535", text);
+    }
+    return *port;
+}
+
+QVLogLevel logLevelIn(const std::string& option, const std::string& text) {
+    constexpr std::array<std::string_view, 5> names{"none", "error", "warning", "info", "debug"};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] == text) {
+            return static_cast<QVLogLevel>(i);
+        }
+    }
+    refuse(option, "none, error, warning, info or debug", text);
+}
+
+std::string textIn(const std::string& option, const std::string& text) {
+    if (text.empty()) {
+        throw WrongForm(option + " takes a text that is not empty");
+    }
+    return text;
+}
+
+} // namespace quorvane::tool

@@ -1,0 +1,122 @@
+#include "tools/Session.h"
+
+#include <chrono>
+#include <optional>
+#include <utility>
+
+#include "API/QVAuthService.h"
+#include "Core/PreferenceKeys.h"
+#include "Device/QVUtils.h"
+#include "Facade/Quorvane.h"
+#include "Platform/PreferencesStore.h"
+#include "tools/Failure.h"
+#include "tools/Interruption.h"
+#include "tools/Terminal.h"
+
+namespace quorvane::tool {
+namespace {
+
+// The fixed ports of the local environment.
+constexpr std::uint16_t dataPort = 3000;
+constexpr std::uint16_t identityPort = 4001;
+
+constexpr auto slice = std::chrono::milliseconds(100);
+
+platform::NativeOptions nativeOptions(const GlobalOptions& options, std::function<void(std::string_view)> output) {
+    platform::NativeOptions native;
+    native.home = options.home;
+    native.output = std::move(output);
+    if (options.dataPort) {
+        native.connectTo.push_back({dataPort, *options.dataPort});
+    }
+    if (options.identityPort) {
+        native.connectTo.push_back({identityPort, *options.identityPort});
+    }
+    return native;
+}
+
+} // namespace
+
+Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::function<void(std::string_view)> output)
+    : options(theOptions), terminal(theTerminal) {
+    if (!output) {
+        output = [&theTerminal](std::string_view line) { theTerminal.log(line); };
+    }
+    platformInUse = std::make_shared<ToolPlatform>(nativeOptions(options, std::move(output)), options.logLevel);
+    platform::install(platformInUse);
+}
+
+Session::~Session() {
+    platform::install(nullptr);
+}
+
+void Session::signIn() {
+    // The library never comes back from setting another user than the stored one.
+    const std::optional<std::string> user = platformInUse->stored().string(preference::userId);
+    if (user && *user != QVUtils::getDeviceId()) {
+        throw Failure("the preferences in " + platformInUse->home() + " belong to another device; name another --home");
+    }
+    struct Outcome {
+        std::optional<QVStatus> status;
+        bool isReached = false;
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    QVAuthService::shared().observeOutcomes([outcome, this](QVStatus status, bool authenticated) {
+        if (!outcome->status) {
+            // An answer to somebody else's question is no failure of a request, and no sign-in either.
+            outcome->status = status == QVStatus::SUCCESS && !authenticated ? QVStatus::ERROR_UNAUTHORIZED : status;
+            // What was logged on the way comes first.
+            platformInUse->mainQueue().post([outcome] { outcome->isReached = true; });
+        }
+    });
+    terminal.progress("signing in …");
+    Quorvane::initialize(options.key);
+    wait([outcome] { return outcome->isReached; });
+    // Next the library logs the outcome. What it does after that, when it failed, is to begin anew: not here.
+    bool isAsked = false;
+    platformInUse->mainQueue().runUntil([&isAsked] { return std::exchange(isAsked, true); }, slice);
+    terminal.progress({});
+    require(*outcome->status);
+}
+
+void Session::waitForAnswer(const std::function<bool()>& isThere) {
+    wait(isThere);
+    // What was logged on the way is still to be printed.
+    platformInUse->mainQueue().poll();
+}
+
+void Session::wait(const std::function<bool()>& done) {
+    // A sign-in and a request after it take at most ten seconds an exchange. A signal is seen at the next slice.
+    constexpr int slices = 600;
+    for (int i = 0; i < slices; ++i) {
+        Interruption::check();
+        if (platformInUse->mainQueue().runUntil(done, slice)) {
+            return;
+        }
+    }
+    throw Failure("there was no answer within a minute");
+}
+
+void Session::require(QVStatus status) const {
+    if (status == QVStatus::SUCCESS) {
+        return;
+    }
+    std::string sentence(sentenceFor(status));
+    const bool isSilence = status == QVStatus::ERROR_NETWORK || status == QVStatus::ERROR_SERVER;
+    if (isSilence && Quorvane::environment() == QuorvaneAPI::Environment::LOCAL) {
+        sentence += "; is quorvane-sandbox running, on ports " + std::to_string(options.dataPort.value_or(dataPort)) +
+                    " and " + std::to_string(options.identityPort.value_or(identityPort)) + "?";
+    }
+    throw Failure(status, sentence);
+}
+
+void Session::requireFound(QVStatus status, const std::optional<platform::Coordinate>& point) const {
+    const bool isAboutLocation = status == QVStatus::ERROR_UNIMPLEMENTED || status == QVStatus::ERROR_LOCATION ||
+                                 status == QVStatus::ERROR_PERMISSIONS;
+    if (!point && isAboutLocation) {
+        throw Failure(status, "the device does not tell where it is; name a point with --near");
+    }
+    require(status);
+}
+
+} // namespace quorvane::tool

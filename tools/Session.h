@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Core/QVStatus.h"
+#include "Platform/Location.h"
+#include "tools/Options.h"
+#include "tools/ToolPlatform.h"
+
+namespace quorvane::tool {
+
+class Terminal;
+
+/// The library in use for one run of the program: a native platform is installed as long as the session lives. Main
+/// thread only, one at a time.
+class Session {
+public:
+    /// @p output gets what the platform prints, the log of the SDK among it, a line at a time; by default standard
+    /// error does.
+    Session(const GlobalOptions& theOptions, Terminal& theTerminal,
+            std::function<void(std::string_view line)> output = {});
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
+
+    [[nodiscard]] ToolPlatform& platform() { return *platformInUse; }
+
+    /// Initialises the library with the key and waits for the first outcome of a sign-in. Throws a `Failure` with its
+    /// status when that is no success.
+    void signIn();
+
+    /// Runs the main queue until @p isThere holds, and then what was posted before. Throws a `Failure` when that takes
+    /// longer than any exchange can.
+    void waitForAnswer(const std::function<bool()>& isThere);
+
+    /// Throws a `Failure` for any status but a success.
+    void require(QVStatus status) const;
+
+    /// The same for a search; without @p point the device was asked where it is.
+    void requireFound(QVStatus status, const std::optional<platform::Coordinate>& point) const;
+
+private:
+    void wait(const std::function<bool()>& done);
+
+    const GlobalOptions& options;
+    Terminal& terminal;
+    std::shared_ptr<ToolPlatform> platformInUse;
+};
+
+} // namespace quorvane::tool

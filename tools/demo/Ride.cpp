@@ -1,0 +1,64 @@
+#include "tools/demo/Ride.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+#include "testing/GPXReader.h"
+#include "tools/Failure.h"
+#include "tools/demo/InventedRide.h"
+
+namespace quorvane::tool {
+
+Ride::Ride(testing::Track theTrack) : track(std::move(theTrack)) {
+    double metres = 0;
+    for (std::size_t i = 0; i < track.fixes.size(); ++i) {
+        metres += i == 0 ? 0 : track.fixes[i - 1].distance(track.fixes[i]);
+        along.push_back(metres);
+    }
+}
+
+Ride Ride::from(testing::TrackResult result) {
+    if (const auto* const error = std::get_if<testing::TrackError>(&result)) {
+        throw Failure(error->message);
+    }
+    return Ride(std::get<testing::Track>(std::move(result)));
+}
+
+Ride Ride::invented() {
+    return from(testing::readGPXText(inventedRide(), "the invented ride"));
+}
+
+Ride Ride::fromFile(const std::string& path) {
+    return from(testing::readGPX(path));
+}
+
+std::vector<platform::Coordinate> Ride::coordinates() const {
+    std::vector<platform::Coordinate> coordinates;
+    for (const platform::Location& fix : track.fixes) {
+        coordinates.push_back(fix.coordinate);
+    }
+    return coordinates;
+}
+
+std::optional<std::chrono::seconds> Ride::duration() const {
+    const auto time = track.fixes.back().timestamp - track.fixes.front().timestamp;
+    if (!track.isTimed || time < std::chrono::seconds(0)) {
+        return std::nullopt;
+    }
+    return std::chrono::round<std::chrono::seconds>(time);
+}
+
+std::vector<Ride::Stop> Ride::stops(std::size_t count) const {
+    const std::size_t fixes = track.fixes.size();
+    const std::size_t possible = std::min(count, fixes);
+    std::vector<Stop> stops;
+    for (std::size_t i = 0; i < possible; ++i) {
+        // Each in the middle of its part: a round trip would else begin and end with the same one.
+        const std::size_t index = (2 * i + 1) * fixes / (2 * possible);
+        stops.push_back({track.fixes[index], along[index]});
+    }
+    return stops;
+}
+
+} // namespace quorvane::tool
