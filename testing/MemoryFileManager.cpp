@@ -89,7 +89,8 @@ std::error_code MemoryFileManager::createDirectory(const std::string& path) {
     return {};
 }
 
-std::error_code MemoryFileManager::replace(const std::string& path, std::string_view content) {
+std::error_code MemoryFileManager::replace(const std::string& path, std::string_view content,
+                                           std::optional<platform::Date> modified) {
     const std::string target = normalized(path);
     if (target.empty()) {
         return failure(std::errc::invalid_argument);
@@ -110,7 +111,7 @@ std::error_code MemoryFileManager::replace(const std::string& path, std::string_
         return failure(std::errc::no_space_on_device);
     }
     const platform::Date now = clock.now();
-    stored->entries.insert_or_assign(target, Entry{false, std::string(content), now});
+    stored->entries.insert_or_assign(target, Entry{false, std::string(content), modified.value_or(now)});
     directoryOf(target).modified = now;
     return {};
 }
@@ -185,6 +186,16 @@ std::error_code MemoryFileManager::setModificationDate(const std::string& path, 
         return failure(std::errc::no_such_file_or_directory);
     }
     entry->second.modified = date;
+    return {};
+}
+
+std::error_code MemoryFileManager::protect(const std::string& path, platform::FileProtection protection) {
+    const std::lock_guard lock(stored->mutex);
+    const auto entry = stored->entries.find(normalized(path));
+    if (entry == stored->entries.end()) {
+        return failure(std::errc::no_such_file_or_directory);
+    }
+    entry->second.protection = protection;
     return {};
 }
 

@@ -23,6 +23,8 @@ public:
         bool isDirectory = false;
         std::string content;
         platform::Date modified;
+        /// Set once it was protected.
+        std::optional<platform::FileProtection> protection = std::nullopt;
     };
 
     /// What outlives a launch: entries by their absolute path, without a slash at the end.
@@ -38,7 +40,8 @@ public:
     /// "/simulated/caches".
     [[nodiscard]] std::string cachesDirectory() const override;
     std::error_code createDirectory(const std::string& path) override;
-    std::error_code replace(const std::string& path, std::string_view content) override;
+    std::error_code replace(const std::string& path, std::string_view content,
+                            std::optional<platform::Date> modified = std::nullopt) override;
     [[nodiscard]] std::optional<std::string> read(const std::string& path, std::error_code& error) const override;
     [[nodiscard]] std::optional<std::vector<std::string>> list(const std::string& path,
                                                                std::error_code& error) const override;
@@ -46,6 +49,7 @@ public:
     [[nodiscard]] std::optional<platform::Date> modificationDate(const std::string& path,
                                                                  std::error_code& error) const override;
     std::error_code setModificationDate(const std::string& path, platform::Date date) override;
+    std::error_code protect(const std::string& path, platform::FileProtection protection) override;
     std::error_code remove(const std::string& path) override;
 
     /// While on, nothing new can be written ("no space left on device"); old content stays as it is.

@@ -10,10 +10,17 @@
 
 namespace quorvane::platform {
 
+/// Who may read and write a file or directory.
+enum class FileProtection {
+    /// Its owner and nobody else.
+    ownerOnly,
+};
+
 /// Files of the application. Paths are absolute UTF-8 texts. Safe from any thread. Every implementation promises:
 /// - what it creates is readable and writable by its owner only;
-/// - `replace` is atomic: a reader or a crash sees the old content or the new one, never a part, and nothing but the
-///   file itself is ever listed in its directory;
+/// - `replace` is atomic: a reader, or whoever comes after a process that ended in the middle of it, sees the old
+///   content with its date or the new one with its own, never a part, and nothing but the file itself is ever listed
+///   in its directory;
 /// - no call throws; what failed is told by the error code.
 class FileManager {
 public:
@@ -28,8 +35,9 @@ public:
     /// Creates the directory and those above it. An existing directory is a success.
     virtual std::error_code createDirectory(const std::string& path) = 0;
 
-    /// Writes @p content to @p path, replacing what is there.
-    virtual std::error_code replace(const std::string& path, std::string_view content) = 0;
+    /// Writes @p content to @p path, replacing what is there. The file is dated @p modified; none: now.
+    virtual std::error_code replace(const std::string& path, std::string_view content,
+                                    std::optional<Date> modified = std::nullopt) = 0;
 
     /// The whole file; none with @p error set when it cannot be read.
     [[nodiscard]] virtual std::optional<std::string> read(const std::string& path, std::error_code& error) const = 0;
@@ -44,6 +52,9 @@ public:
                                                                std::error_code& error) const = 0;
 
     virtual std::error_code setModificationDate(const std::string& path, Date date) = 0;
+
+    /// Sets who may read and write a file or directory; what a directory holds stays as it is.
+    virtual std::error_code protect(const std::string& path, FileProtection protection) = 0;
 
     /// Removes a file, or a directory with everything in it. An absent one is an error.
     virtual std::error_code remove(const std::string& path) = 0;

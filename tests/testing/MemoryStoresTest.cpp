@@ -116,6 +116,13 @@ TEST_F(MemoryFileManagerTest, FilesAndTheirDirectoriesAreDatedByTheVirtualClock)
     EXPECT_EQ(files().modificationDate(directory, error), SimulatedClock::start + 1h);
 }
 
+TEST_F(MemoryFileManagerTest, ProtectionIsRecorded) {
+    EXPECT_FALSE(files().protect(directory, platform::FileProtection::ownerOnly));
+
+    EXPECT_EQ(files().contents()->entries.at(directory).protection, platform::FileProtection::ownerOnly);
+    EXPECT_EQ(files().contents()->entries.at(directory + "/a").protection, std::nullopt);
+}
+
 TEST_F(MemoryFileManagerTest, TheRootCannotBeRemoved) {
     EXPECT_EQ(files().remove("/"), std::errc::operation_not_permitted);
     EXPECT_EQ(files().list("/", error), std::vector<std::string>{"simulated"});

@@ -36,6 +36,32 @@ public:
     const int number;
 };
 
+#ifdef RENAME_EXCHANGE
+/// Exchanges the names of @p staged and of the file at @p path and removes the older file. False when there is no file
+/// there, or the file system cannot do that; nothing has changed then.
+bool exchange(const std::string& staged, const std::string& path) {
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) ||
+        renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
+        return false;
+    }
+    if (unlink(staged.c_str()) == 0 || errno == ENOENT) {
+        return true;
+    }
+    // A directory has come there meanwhile: it gets its name back.
+    return renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0;
+}
+#else
+bool exchange(const std::string&, const std::string&) {
+    return false;
+}
+#endif
+
+/// Gives the file @p staged the name @p path. False with `errno` set when that fails.
+bool takePlace(const std::string& staged, const std::string& path) {
+    return exchange(staged, path) || rename(staged.c_str(), path.c_str()) == 0;
+}
+
 /// What a text is followed by in memory, so that a parser may read beyond its end.
 constexpr std::size_t spareBytes = 64;
 
@@ -51,14 +77,14 @@ std::error_code DiskFiles::createDirectory(const std::string& path) {
     return error ? error : makeDirectories(path);
 }
 
-std::error_code DiskFiles::replace(const std::string& path, std::string_view content) {
+std::error_code DiskFiles::replace(const std::string& path, std::string_view content, std::optional<Date> modified) {
     if (const std::error_code error = checked(path)) {
         return error;
     }
     if (const std::error_code error = makeDirectories(staging)) {
         return error;
     }
-    const std::error_code error = replaceThrough(staging, path, content);
+    const std::error_code error = replaceThrough(staging, path, content, modified);
     if (error != std::errc::cross_device_link) {
         return error;
     }
@@ -67,20 +93,23 @@ std::error_code DiskFiles::replace(const std::string& path, std::string_view con
     if (const std::error_code failed = makeDirectories(beside)) {
         return failed;
     }
-    const std::error_code outcome = replaceThrough(beside, path, content);
+    const std::error_code outcome = replaceThrough(beside, path, content, modified);
     rmdir(beside.c_str());
     return outcome;
 }
 
 std::error_code DiskFiles::replaceThrough(const std::string& directory, const std::string& path,
-                                          std::string_view content) {
+                                          std::string_view content, std::optional<Date> modified) {
     std::string staged;
     std::error_code error;
     do {
         staged = directory + "/" + std::to_string(getpid()) + "-" + std::to_string(++lastStaged);
-        error = writeNewFile(staged, content);
+        error = writeNewFile(staged, content, modified);
     } while (error == std::errc::file_exists);
-    if (!error && rename(staged.c_str(), path.c_str()) != 0) {
+    if (error) {
+        return error;
+    }
+    if (!takePlace(staged, path)) {
         error = lastError();
         unlink(staged.c_str());
     }
@@ -94,11 +123,13 @@ void DiskFiles::removeLeftovers() {
     if (!names) {
         return;
     }
-    const auto now = std::chrono::time_point_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now());
+    const timespec anHourAgo = timeOf(std::chrono::system_clock::now() - std::chrono::hours(1));
     for (const std::string& name : *names) {
         const std::string path = staging + "/" + name;
-        const std::optional<Date> date = modificationDate(path, error);
-        if (date && *date < now - std::chrono::hours(1)) {
+        struct stat status {};
+        // The modification date is the caller's and may lie ahead; the change is the file system's.
+        if (stat(path.c_str(), &status) == 0 &&
+            std::min(status.st_mtim.tv_sec, status.st_ctim.tv_sec) < anHourAgo.tv_sec) {
             unlink(path.c_str());
         }
     }
@@ -186,10 +217,20 @@ std::error_code DiskFiles::setModificationDate(const std::string& path, Date dat
     if (const std::error_code error = checked(path)) {
         return error;
     }
-    const auto whole = std::chrono::floor<std::chrono::seconds>(date.time_since_epoch());
-    const timespec modified{whole.count(), (date.time_since_epoch() - whole).count()};
-    const timespec times[] = {{0, UTIME_OMIT}, modified};
+    const timespec times[] = {{0, UTIME_OMIT}, timeOf(date)};
     return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code DiskFiles::protect(const std::string& path, FileProtection) {
+    if (const std::error_code error = checked(path)) {
+        return error;
+    }
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return lastError();
+    }
+    const mode_t mode = S_ISDIR(status.st_mode) ? S_IRWXU : S_IRUSR | S_IWUSR;
+    return chmod(path.c_str(), mode) == 0 ? std::error_code() : lastError();
 }
 
 std::error_code DiskFiles::remove(const std::string& path) {

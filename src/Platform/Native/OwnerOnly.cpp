@@ -1,6 +1,7 @@
 #include "Platform/Native/OwnerOnly.h"
 
 #include <cerrno>
+#include <chrono>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -52,7 +53,12 @@ std::error_code makeFile(const std::string& path) {
     return !others || chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0 ? std::error_code() : lastError();
 }
 
-std::error_code writeNewFile(const std::string& path, std::string_view content) {
+timespec timeOf(Date date) {
+    const auto whole = std::chrono::floor<std::chrono::seconds>(date.time_since_epoch());
+    return {whole.count(), (date.time_since_epoch() - whole).count()};
+}
+
+std::error_code writeNewFile(const std::string& path, std::string_view content, std::optional<Date> modified) {
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0) {
         return lastError();
@@ -63,6 +69,12 @@ std::error_code writeNewFile(const std::string& path, std::string_view content) 
         if (written >= 0) {
             content.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {
+            error = lastError();
+        }
+    }
+    if (modified && !error) {
+        const timespec times[] = {{0, UTIME_OMIT}, timeOf(*modified)};
+        if (futimens(file, times) != 0) {
             error = lastError();
         }
     }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+#include "Platform/Clock.h"
 
 /// Files and directories that only their owner may read and write, whatever the process's umask is.
 namespace quorvane::platform::native {
@@ -16,7 +19,11 @@ namespace quorvane::platform::native {
 /// Makes the file empty when it is not there, and takes the rights of others away when it is.
 [[nodiscard]] std::error_code makeFile(const std::string& path);
 
-/// Writes a new file; one that is there is an error.
-[[nodiscard]] std::error_code writeNewFile(const std::string& path, std::string_view content);
+/// The moment as the system's calls take it.
+[[nodiscard]] timespec timeOf(Date date);
+
+/// Writes a new file, dated @p modified or else now; one that is there is an error.
+[[nodiscard]] std::error_code writeNewFile(const std::string& path, std::string_view content,
+                                           std::optional<Date> modified = std::nullopt);
 
 } // namespace quorvane::platform::native

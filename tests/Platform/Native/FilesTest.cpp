@@ -111,6 +111,57 @@ TEST_F(NativeFiles, WhatAKilledProcessLeftBehindIsClearedAtAStartAnHourLater) {
     EXPECT_EQ(files().list(native->home() + "/staging", error), std::vector<std::string>{"2-1"});
 }
 
+TEST_F(NativeFiles, AStagedFileWithADateAheadIsTakenForOneThatIsBeingWritten) {
+    EXPECT_FALSE(files().createDirectory(native->home() + "/staging"));
+    std::ofstream(native->home() + "/staging/1-1") << "dated ahead, perhaps being written";
+    EXPECT_FALSE(
+        files().setModificationDate(native->home() + "/staging/1-1", native->clock().now() + std::chrono::hours(12)));
+
+    native = launch();
+
+    EXPECT_TRUE(files().exists(native->home() + "/staging/1-1"));
+}
+
+TEST_F(NativeFiles, ALinkIsReplacedAndNotWhatItPointsTo) {
+    const std::string base = files().cachesDirectory();
+    EXPECT_FALSE(files().createDirectory(base));
+    EXPECT_FALSE(files().replace(base + "/target", "target"));
+    fs::create_symlink(base + "/target", base + "/link");
+
+    EXPECT_FALSE(files().replace(base + "/link", "new"));
+
+    std::error_code error;
+    EXPECT_EQ(files().read(base + "/target", error), "target");
+    EXPECT_EQ(files().read(base + "/link", error), "new");
+    EXPECT_FALSE(fs::is_symlink(base + "/link"));
+    EXPECT_EQ(files().list(native->home() + "/staging", error), std::vector<std::string>());
+}
+
+TEST_F(NativeFiles, ADirectoryThatIsNotReplacedLeavesNothingBehind) {
+    const std::string base = files().cachesDirectory();
+    EXPECT_FALSE(files().createDirectory(base + "/directory/below"));
+
+    EXPECT_TRUE(files().replace(base + "/directory", "content"));
+
+    std::error_code error;
+    EXPECT_EQ(files().list(base + "/directory", error), std::vector<std::string>{"below"});
+    EXPECT_EQ(files().list(native->home() + "/staging", error), std::vector<std::string>());
+}
+
+TEST_F(NativeFiles, WhatIsProtectedIsForItsOwnerOnly) {
+    const std::string base = files().cachesDirectory() + "/own";
+    fs::create_directories(base);
+    std::ofstream(base + "/file") << "content";
+    fs::permissions(base, fs::perms(0755));
+    fs::permissions(base + "/file", fs::perms(0666));
+
+    EXPECT_FALSE(files().protect(base, FileProtection::ownerOnly));
+    EXPECT_EQ(mode(base), 0700);
+    EXPECT_EQ(mode(base + "/file"), 0666);
+    EXPECT_FALSE(files().protect(base + "/file", FileProtection::ownerOnly));
+    EXPECT_EQ(mode(base + "/file"), 0600);
+}
+
 TEST_F(NativeFiles, AStagedNameThatIsTakenIsPassedOver) {
     EXPECT_FALSE(files().createDirectory(native->home() + "/staging"));
     EXPECT_FALSE(files().createDirectory(files().cachesDirectory()));

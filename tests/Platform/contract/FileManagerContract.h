@@ -134,6 +134,7 @@ TEST_P(FileManagerContract, WhatIsAbsentIsAnError) {
     EXPECT_FALSE(files().modificationDate(path, error).has_value());
     EXPECT_EQ(error, std::errc::no_such_file_or_directory);
     EXPECT_EQ(files().setModificationDate(path, Date()), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(files().protect(path, FileProtection::ownerOnly), std::errc::no_such_file_or_directory);
     EXPECT_EQ(files().remove(path), std::errc::no_such_file_or_directory);
 }
 
@@ -193,6 +194,48 @@ TEST_P(FileManagerContract, ANewFileIsDatedNow) {
     EXPECT_LE(*date, platform().clock().now());
 }
 
+TEST_P(FileManagerContract, AFileThatIsWrittenWithADateHasItWhetherItIsNewOrReplacesAnother) {
+    using std::chrono::nanoseconds;
+    const std::string path = directory() + "/file";
+    std::error_code error;
+
+    for (const std::int64_t ticks : {std::int64_t{4'102'444'800'000'000'001}, std::int64_t{1'700'000'000'123'456'789},
+                                     std::int64_t{0}, std::int64_t{-1'500'000'000}}) {
+        const std::string content = std::to_string(ticks);
+        EXPECT_FALSE(files().replace(path, content, Date(nanoseconds(ticks))));
+        EXPECT_TRUE(files().modificationDate(path, error) == Date(nanoseconds(ticks))) << ticks;
+        EXPECT_EQ(read(path), content);
+    }
+
+    const Date before = platform().clock().now();
+    EXPECT_FALSE(files().replace(path, "without a date"));
+    EXPECT_GE(files().modificationDate(path, error).value_or(Date()), before - std::chrono::milliseconds(50));
+    EXPECT_EQ(list(directory()), std::vector<std::string>{"file"});
+}
+
+TEST_P(FileManagerContract, AFailedReplaceLeavesTheDateOfWhatIsThere) {
+    const std::string path = directory() + "/directory";
+    EXPECT_FALSE(files().createDirectory(path));
+    std::error_code error;
+    const std::optional<Date> before = files().modificationDate(path, error);
+
+    EXPECT_TRUE(files().replace(path, "content", Date()));
+
+    EXPECT_EQ(files().modificationDate(path, error), before);
+}
+
+TEST_P(FileManagerContract, AProtectedFileOrDirectoryIsUsedAsBefore) {
+    const std::string base = directory();
+    EXPECT_FALSE(files().replace(base + "/file", "content"));
+
+    EXPECT_FALSE(files().protect(base, FileProtection::ownerOnly));
+    EXPECT_FALSE(files().protect(base + "/file", FileProtection::ownerOnly));
+
+    EXPECT_EQ(read(base + "/file"), "content");
+    EXPECT_FALSE(files().replace(base + "/file", "another"));
+    EXPECT_EQ(list(base), std::vector<std::string>{"file"});
+}
+
 TEST_P(FileManagerContract, RemovesAFileAndADirectoryWithEverythingInIt) {
     const std::string base = directory();
     EXPECT_FALSE(files().replace(base + "/file", "content"));
@@ -219,6 +262,7 @@ TEST_P(FileManagerContract, APathThatCannotBeIsAnErrorAndNeverAnException) {
         EXPECT_FALSE(files().exists(path));
         EXPECT_FALSE(files().modificationDate(path, error).has_value());
         EXPECT_TRUE(files().setModificationDate(path, Date()));
+        EXPECT_TRUE(files().protect(path, FileProtection::ownerOnly));
         EXPECT_TRUE(files().remove(path));
     }
     EXPECT_EQ(list(base), std::vector<std::string>());
@@ -228,22 +272,29 @@ TEST_P(FileManagerContract, AReaderSeesAWholeContentWhileItIsReplaced) {
     const std::string path = directory() + "/file";
     const std::string one(20'000, '1');
     const std::string two(30'000, '2');
-    EXPECT_FALSE(files().replace(path, one));
+    const Date first(std::chrono::hours(1));
+    const Date second(std::chrono::hours(2));
+    EXPECT_FALSE(files().replace(path, one, first));
     int failed = 0;
     std::thread writer([&] {
         for (int i = 0; i < 100; ++i) {
-            failed += files().replace(path, i % 2 == 0 ? two : one) ? 1 : 0;
+            failed += files().replace(path, i % 2 == 0 ? two : one, i % 2 == 0 ? second : first) ? 1 : 0;
         }
     });
 
     int torn = 0;
+    int misdated = 0;
     for (int i = 0; i < 100; ++i) {
         const std::optional<std::string> content = read(path);
         torn += content == one || content == two ? 0 : 1;
+        std::error_code error;
+        const std::optional<Date> date = files().modificationDate(path, error);
+        misdated += date == first || date == second ? 0 : 1;
     }
     writer.join();
 
     EXPECT_EQ(torn, 0);
+    EXPECT_EQ(misdated, 0);
     EXPECT_EQ(failed, 0);
     EXPECT_EQ(list(directory()), std::vector<std::string>{"file"});
 }
