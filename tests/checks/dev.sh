@@ -19,6 +19,23 @@ ends_with() {
     fi
 }
 
+# A machine without any package: a folder that any user may enter, with ./dev and the only programs on its path.
+bare_machine() {
+    machine=$(mktemp -d -p /tmp)
+    trap 'rm -rf "$machine"' EXIT
+    chmod 755 "$machine"
+    mkdir "$machine/bin"
+    cp "$root/dev" "$machine/dev"
+    for program in bash env dirname nproc; do
+        ln -s "$(command -v "$program")" "$machine/bin/$program"
+    done
+    program dpkg-query 'exit 1'
+}
+program() {
+    printf '#!/usr/bin/env bash\n%s\n' "$2" >"$machine/bin/$1"
+    chmod 755 "$machine/bin/$1" "$machine/dev"
+}
+
 case $case in
     HelpListsEveryVerb)
         for verb in setup build demo test check bench fuzz install; do
@@ -32,24 +49,29 @@ case $case in
         ends_with 2 'there is no preset "frobnicate"' "$root/dev" build frobnicate
         ;;
     MissingPackagesWithoutRootAndSudoAreNamedInOneSentence)
-        # A machine that has no package, no sudo and another user than root: a search path with only these programs,
-        # in a folder that any user may enter.
-        machine=$(mktemp -d -p /tmp)
-        trap 'rm -rf "$machine"' EXIT
-        chmod 755 "$machine"
-        mkdir "$machine/bin"
-        cp "$root/dev" "$machine/dev"
-        for program in bash env dirname nproc; do
-            ln -s "$(command -v "$program")" "$machine/bin/$program"
-        done
-        printf '#!/bin/sh\nexit 1\n' >"$machine/bin/dpkg-query"
-        chmod 755 "$machine/bin/dpkg-query" "$machine/dev"
+        bare_machine
         command=(env PATH="$machine/bin" bash "$machine/dev" setup)
         if ((EUID == 0)); then
             command=(setpriv --reuid=65534 --regid=65534 --clear-groups "${command[@]}")
         fi
         ends_with 1 "these packages are missing and installing them needs root or sudo: build-essential cmake" \
             "${command[@]}"
+        ;;
+    MissingPackagesAreInstalledWithoutQuestionsAndRecommendations)
+        bare_machine
+        # shellcheck disable=SC2016 # for the program that is written
+        program apt-get 'echo "apt-get $DEBIAN_FRONTEND $*"'
+        # shellcheck disable=SC2016
+        program sudo '[[ $1 != -n ]] || shift; [[ $1 == true ]] || exec "$@"'
+        ends_with 0 "apt-get noninteractive update" env PATH="$machine/bin" bash "$machine/dev" setup
+        ends_with 0 "apt-get noninteractive install -q -y --no-install-recommends build-essential cmake " \
+            env PATH="$machine/bin" bash "$machine/dev" setup
+        ;;
+    NothingIsInstalledWhereNothingIsMissing)
+        bare_machine
+        program dpkg-query 'printf installed'
+        program apt-get 'exit 1'
+        ends_with 0 "" env PATH="$machine/bin" bash "$machine/dev" setup
         ;;
     *)
         echo "no case $case" >&2
