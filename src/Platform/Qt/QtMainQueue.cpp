@@ -1,6 +1,8 @@
 #include "Platform/Qt/QtMainQueue.h"
 
+#include <QEvent>
 #include <QEventLoop>
+#include <QObject>
 #include <QThread>
 #include <algorithm>
 #include <limits>
@@ -42,6 +44,38 @@ std::shared_ptr<QCoreApplication> applicationWhereThereIsNone() {
 
 } // namespace
 
+/// An event that calls a member function of the queue.
+class QtMainQueue::Call final : public QEvent {
+public:
+    using Member = void (QtMainQueue::*)();
+
+    explicit Call(Member theMember) : QEvent(kind()), member(theMember) {}
+
+    static Type kind() {
+        static const Type type = static_cast<Type>(registerEventType());
+        return type;
+    }
+
+    const Member member;
+};
+
+/// Gets the queue's events on the main thread. Qt drops those that are on their way when it ends.
+class QtMainQueue::Receiver final : public QObject {
+public:
+    explicit Receiver(QtMainQueue& theQueue) : queue(theQueue) {}
+
+    bool event(QEvent* event) override {
+        if (event->type() != Call::kind()) {
+            return QObject::event(event);
+        }
+        (queue.*static_cast<Call*>(event)->member)();
+        return true;
+    }
+
+private:
+    QtMainQueue& queue;
+};
+
 struct QtMainQueue::OwnLoop {
     QEventLoop events;
     /// Asked after each piece of work; none for a loop that only `quit` ends.
@@ -61,10 +95,10 @@ private:
     QtMainQueue& queue;
 };
 
-QtMainQueue::QtMainQueue() : application(applicationWhereThereIsNone()) {
+QtMainQueue::QtMainQueue() : application(applicationWhereThereIsNone()), receiver(std::make_unique<Receiver>(*this)) {
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer, &QTimer::timeout, &receiver, [this] { runDelayed(); });
+    QObject::connect(&timer, &QTimer::timeout, receiver.get(), [this] { runDelayed(); });
 }
 
 QtMainQueue::~QtMainQueue() {
@@ -103,14 +137,7 @@ void QtMainQueue::close() {
 }
 
 void QtMainQueue::invokeSoon(void (QtMainQueue::*member)()) {
-    QMetaObject::invokeMethod(
-        &receiver,
-        [this, member, token = std::weak_ptr(alive)] {
-            if (!token.expired()) {
-                (this->*member)();
-            }
-        },
-        Qt::QueuedConnection);
+    QCoreApplication::postEvent(receiver.get(), new Call(member));
 }
 
 void QtMainQueue::armTimer() {
@@ -209,7 +236,7 @@ bool QtMainQueue::runUntil(const std::function<bool()>& done, nanoseconds atMost
     QTimer limit;
     limit.setSingleShot(true);
     limit.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&limit, &QTimer::timeout, &receiver, [this] { endLoop(); });
+    QObject::connect(&limit, &QTimer::timeout, receiver.get(), [this] { endLoop(); });
     limit.start(roundedUp(atMost));
     execute(own);
     return done();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QObject>
 #include <QTimer>
 #include <atomic>
 #include <chrono>
@@ -42,6 +41,8 @@ private:
     /// One of this queue's own event loops, while it runs.
     struct OwnLoop;
     class Polling;
+    class Call;
+    class Receiver;
 
     /// Runs @p member in Qt's event loop, soon; safe from any thread.
     void invokeSoon(void (QtMainQueue::*member)());
@@ -61,7 +62,7 @@ private:
     /// None when the program has one.
     const std::shared_ptr<QCoreApplication> application;
     WaitingWork waiting;
-    QObject receiver;
+    const std::unique_ptr<Receiver> receiver;
     QTimer timer;
     /// The innermost one; main thread only.
     OwnLoop* loop = nullptr;
@@ -70,8 +71,6 @@ private:
     bool holding = false;
     /// Events that came while holding.
     std::size_t heldEvents = 0;
-    /// Expires first, so that an event that outlives the queue does nothing.
-    std::shared_ptr<const int> alive = std::make_shared<const int>(0);
 };
 
 } // namespace quorvane::platform::qt
