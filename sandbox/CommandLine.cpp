@@ -81,6 +81,7 @@ void describe(CLI::App& app, CommandLine& line, Texts& texts) {
     app.add_option("--database", options.database, "File that keeps places and tokens; without it, memory")
         ->type_name("FILE");
     app.add_option("--seed", options.seed, "Number that the invented places and tasks follow from")
+        ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     app.add_option("--around", texts.around, "Where the places are: LAT,LNG or a track in GPX")
         ->type_name("LAT,LNG|TRACK");

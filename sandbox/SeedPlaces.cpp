@@ -42,7 +42,9 @@ constexpr std::array<Text, 6> cities{"Eastmere", "Kirkhollow", "Sable Ford", "Up
 constexpr std::array<Text, 3> states{"Lowland", "Hillshire", "Coast"};
 
 ObjectText makeAddress(Chance& chance, Text city, const platform::Coordinate& coordinate) {
-    ObjectText address{{"address1", std::to_string(chance.whole(1, 180)) + " " + std::string(chance.pick(streets))},
+    // Drawn one by one: the order of two draws in one expression is the compiler's.
+    const std::string number = std::to_string(chance.whole(1, 180));
+    ObjectText address{{"address1", number + " " + std::string(chance.pick(streets))},
                        {"city", city},
                        {"country", "QV"},
                        {"latitude", coordinate.latitude},

@@ -17,7 +17,7 @@ std::string queryWith(const std::string& query, const std::string& name, const c
 }
 
 TEST_F(IdentityTest, TheExampleOfTheStandardSignsIn) {
-    const RawReply authorized = exchange(
+    const RawReply authorized = ask(
         sandbox->identityPort(),
         "GET "
         "/authorize?client_id=key&code_challenge_method=S256&code_challenge=E9Melhoa2OwvFrEMTJguCHaoeK1t8URWbuGJSstw-cM"
@@ -34,11 +34,10 @@ TEST_F(IdentityTest, TheExampleOfTheStandardSignsIn) {
   "grant_type" : "authorization_code",
   "redirect_uri" : "myApp:\/\/callback"
 })";
-    const RawReply granted =
-        exchange(sandbox->identityPort(),
-                 "POST /token HTTP/1.1\r\nHost: localhost:4001\r\nContent-Type: application/json\r\n"
-                 "Content-Length: " +
-                     std::to_string(body.size()) + "\r\n\r\n" + body);
+    const RawReply granted = ask(sandbox->identityPort(),
+                                 "POST /token HTTP/1.1\r\nHost: localhost:4001\r\nContent-Type: application/json\r\n"
+                                 "Content-Length: " +
+                                     std::to_string(body.size()) + "\r\n\r\n" + body);
 
     EXPECT_EQ(granted.status(), 200);
     EXPECT_THAT(granted.body(),
@@ -158,17 +157,17 @@ TEST_F(IdentityTest, ABodyThatIsNoJSONObjectIsRefused) {
 }
 
 TEST_F(IdentityTest, ABodyOfAnotherTypeIsRefused) {
-    expectError(exchange(sandbox->identityPort(),
-                         "POST /token HTTP/1.1\r\nContent-Type: application/x-www-form-urlencoded\r\n"
-                         "Content-Length: 3\r\n\r\na=b"),
+    expectError(ask(sandbox->identityPort(),
+                    "POST /token HTTP/1.1\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+                    "Content-Length: 3\r\n\r\na=b"),
                 415, "unsupported_media_type");
-    expectError(exchange(sandbox->identityPort(),
-                         "POST /token HTTP/1.1\r\nContent-Type: application/json\r\nContent-Encoding: gzip\r\n"
-                         "Content-Length: 2\r\n\r\n{}"),
+    expectError(ask(sandbox->identityPort(),
+                    "POST /token HTTP/1.1\r\nContent-Type: application/json\r\nContent-Encoding: gzip\r\n"
+                    "Content-Length: 2\r\n\r\n{}"),
                 415, "unsupported_media_type");
-    expectError(exchange(sandbox->identityPort(),
-                         "POST /token HTTP/1.1\r\nContent-Type: application/json; charset=utf-8\r\n"
-                         "Content-Length: 2\r\n\r\n{}"),
+    expectError(ask(sandbox->identityPort(),
+                    "POST /token HTTP/1.1\r\nContent-Type: application/json; charset=utf-8\r\n"
+                    "Content-Length: 2\r\n\r\n{}"),
                 400, "invalid_request");
 }
 

@@ -124,7 +124,7 @@ RawReply RawConnection::readToEnd() {
     return reply;
 }
 
-RawReply exchange(int port, std::string_view bytes) {
+RawReply ask(int port, std::string_view bytes) {
     RawConnection connection(port);
     connection.send(bytes);
     return connection.readAnswer();

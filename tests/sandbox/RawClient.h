@@ -42,7 +42,7 @@ private:
 };
 
 /// Sends @p bytes on a connection of its own and reads one answer.
-[[nodiscard]] RawReply exchange(int port, std::string_view bytes);
+[[nodiscard]] RawReply ask(int port, std::string_view bytes);
 
 /// Whether somebody listens on a port of this machine.
 [[nodiscard]] bool isListening(int port);

@@ -40,13 +40,13 @@ protected:
     void advance(std::chrono::milliseconds time) { now = now.load() + time; }
 
     [[nodiscard]] RawReply get(const std::string& target, const std::string& token) const {
-        return exchange(
+        return ask(
             sandbox->dataPort(),
             "GET " + target + " HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + token + "\r\n\r\n");
     }
 
     [[nodiscard]] RawReply authorize(const std::string& query) const {
-        return exchange(sandbox->identityPort(), "GET /authorize?" + query + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+        return ask(sandbox->identityPort(), "GET /authorize?" + query + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
     }
 
     [[nodiscard]] static std::string tokenRequest(const std::string& body) {
@@ -55,7 +55,7 @@ protected:
     }
 
     [[nodiscard]] RawReply token(const std::string& body) const {
-        return exchange(sandbox->identityPort(), tokenRequest(body));
+        return ask(sandbox->identityPort(), tokenRequest(body));
     }
 
     static std::string authorizeQuery() {

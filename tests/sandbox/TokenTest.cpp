@@ -95,8 +95,7 @@ TEST_F(TokenTest, TokensCanBeExpiredAtOnce) {
 TEST_F(TokenTest, DataNeedAnAccessToken) {
     const Tokens tokens = signIn();
     const auto with = [&](const std::string& headers) {
-        return exchange(sandbox->dataPort(),
-                        "GET /config?deviceId=d&installId=i&userId=u HTTP/1.1\r\n" + headers + "\r\n");
+        return ask(sandbox->dataPort(), "GET /config?deviceId=d&installId=i&userId=u HTTP/1.1\r\n" + headers + "\r\n");
     };
     expectError(with(""), 401, "missing_token");
     EXPECT_EQ(with("").header("WWW-Authenticate"), "Bearer error=\"missing_token\"");
