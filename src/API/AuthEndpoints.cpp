@@ -5,7 +5,7 @@
 namespace quorvane {
 namespace {
 
-std::string bodyOf(AnyCodable::Dictionary fields) {
+std::string bodyOf(const AnyCodable::Dictionary& fields) {
     // Only texts stand in it: encoding cannot fail.
     return json::encode(fields, json::Style::pretty);
 }

@@ -35,7 +35,7 @@ QVAccessInfo QuorvaneAPI::getAccessInfo() const {
     return QVAuthService::shared().accessInfo();
 }
 
-void QuorvaneAPI::whenSignedIn(std::function<void()> send, std::function<void(QVStatus)> fail) {
+void QuorvaneAPI::whenSignedIn(const std::function<void()>& send, std::function<void(QVStatus)> fail) {
     if (!isConfigured() || !api) {
         fail(QVStatus::ERROR_PUBLISHABLE_KEY);
         return;

@@ -56,7 +56,7 @@ public:
     std::shared_ptr<Router> auth;
 
 private:
-    void whenSignedIn(std::function<void()> send, std::function<void(QVStatus)> fail);
+    void whenSignedIn(const std::function<void()>& send, std::function<void(QVStatus)> fail);
 
     platform::Platform& platform;
 };

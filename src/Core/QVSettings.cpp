@@ -47,7 +47,7 @@ QVLogLevel QVSettings::getLogLevel() {
 
 std::shared_ptr<QuorvaneTrackingOptions> QVSettings::getTrackingOptions() {
     if (auto options = readModel<QuorvaneTrackingOptions>(preference::trackingOptions)) {
-        return std::make_shared<QuorvaneTrackingOptions>(std::move(*options));
+        return std::make_shared<QuorvaneTrackingOptions>(*options);
     }
     return QuorvaneTrackingOptions::EFFICIENT();
 }

@@ -113,7 +113,7 @@ void CurlExchange::setHeaders() {
     std::vector<std::string> own = {"Accept:", "Content-Type:", "Expect:", "Accept-Encoding: identity"};
     for (const auto& [name, value] : request.headers) {
         const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
-        add(isBlank ? name + ";" : name + ": " + value);
+        add(name + (isBlank ? ";" : ": " + value));
         std::erase_if(own, [&length = name](const std::string& line) {
             return curl_strnequal(line.c_str(), length.c_str(), length.size()) != 0 && line[length.size()] == ':';
         });

@@ -33,8 +33,8 @@ private:
     void setRoute(const CurlOptions& options);
     [[nodiscard]] TransportError error(CURLcode code) const;
 
-    static std::size_t onHeader(char* bytes, std::size_t size, std::size_t count, void* self);
-    static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
+    static std::size_t onHeader(char* text, std::size_t size, std::size_t count, void* self);
+    static std::size_t onBody(char* text, std::size_t size, std::size_t count, void* self);
 
     const HTTPRequest request;
     List headers{nullptr, &curl_slist_free_all};
