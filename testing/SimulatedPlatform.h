@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "Platform/LocationManager.h"
 #include "Platform/Platform.h"
 #include "testing/MemoryFileManager.h"
 #include "testing/MemoryPreferences.h"
@@ -75,6 +76,7 @@ public:
     [[nodiscard]] MemoryFileManager& files() override { return memoryFiles; }
     [[nodiscard]] SimulatedApplication& application() override { return simulatedApplication; }
     [[nodiscard]] SimulatedDevice& device() override { return simulatedDevice; }
+    [[nodiscard]] platform::FixedLocationManagerFactory& locationManagers() override { return fixedLocations; }
 
 private:
     explicit SimulatedPlatform(const SimulatedOptions& options);
@@ -90,6 +92,7 @@ private:
     SimulatedDigest simulatedDigest;
     SimulatedRandom simulatedRandom;
     SimulatedDevice simulatedDevice;
+    platform::FixedLocationManagerFactory fixedLocations;
     ScriptedTransport scriptedTransport;
 };
 

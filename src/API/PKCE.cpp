@@ -1,5 +1,8 @@
 #include "API/PKCE.h"
 
+#include <algorithm>
+
+#include "Models/Base64.h"
 #include "Platform/Digest.h"
 #include "Platform/Platform.h"
 #include "Platform/SecureRandom.h"
@@ -7,22 +10,10 @@
 namespace quorvane::pkce {
 
 std::string base64URL(std::span<const std::uint8_t> bytes) {
-    static constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
-    std::string text;
-    text.reserve((bytes.size() * 4 + 2) / 3);
-    std::uint32_t bits = 0;
-    unsigned waiting = 0;
-    for (const std::uint8_t byte : bytes) {
-        bits = (bits << 8U) | byte;
-        waiting += 8;
-        while (waiting >= 6) {
-            waiting -= 6;
-            text += alphabet[(bits >> waiting) & 0x3FU];
-        }
-    }
-    if (waiting > 0) {
-        text += alphabet[(bits << (6 - waiting)) & 0x3FU];
-    }
+    std::string text = base64({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    std::ranges::replace(text, '+', '-');
+    std::ranges::replace(text, '/', '_');
+    text.resize(text.find_last_not_of('=') + 1);
     return text;
 }
 

@@ -1,29 +1,35 @@
 #include "Facade/QVTasks.h"
 
-#include "Facade/Gate.h"
+#include "Platform/Precondition.h"
 
 namespace quorvane {
+namespace {
 
-void QVTasks::claim(const std::shared_ptr<QVTask>&, const ClaimCallback& callback) {
-    callback(unimplementedStatus(), nullptr);
+/// The task that a host must hand over.
+const QVTask& given(const std::shared_ptr<QVTask>& task) {
+    QV_PRECONDITION(task != nullptr, "a task must be given");
+    return *task;
 }
 
-void QVTasks::saveResponse(const std::shared_ptr<QVTask>&, const std::shared_ptr<QVQuestion>&,
-                           const std::optional<std::vector<std::string>>&, const std::optional<std::string>&,
-                           const std::shared_ptr<platform::Image>&, const ResponseCallback& callback) {
-    if (isConfigured()) {
-        callback(QVStatus::ERROR_UNIMPLEMENTED, nullptr, std::nullopt);
-    } else {
-        callback(QVStatus::ERROR_PUBLISHABLE_KEY, nullptr, QVTaskResponse::SubmitError::UNKNOWN());
-    }
+} // namespace
+
+void QVTasks::claim(const std::shared_ptr<QVTask>& task, const ClaimCallback& callback) {
+    QVTaskService::shared().claim(given(task), callback);
 }
 
-std::vector<std::string> QVTasks::getRequirements(const std::shared_ptr<QVTask>&) {
-    return {};
+void QVTasks::saveResponse(const std::shared_ptr<QVTask>& task, const std::shared_ptr<QVQuestion>& question,
+                           const std::optional<std::vector<std::string>>& answers,
+                           const std::optional<std::string>& answer, const std::shared_ptr<platform::Image>& image,
+                           const ResponseCallback& callback) {
+    QVTaskService::shared().submit(given(task), question, answers, answer, image, callback);
 }
 
-std::shared_ptr<QVQuestion> QVTasks::nextQuestion(const std::shared_ptr<QVTask>&, const std::string&) {
-    return nullptr;
+std::vector<std::string> QVTasks::getRequirements(const std::shared_ptr<QVTask>& task) {
+    return QVTaskService::shared().getRequirements(given(task));
+}
+
+std::shared_ptr<QVQuestion> QVTasks::nextQuestion(const std::shared_ptr<QVTask>& task, const std::string& key) {
+    return QVTaskService::shared().nextQuestion(given(task), key);
 }
 
 } // namespace quorvane

@@ -1,26 +1,24 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "Core/QVStatus.h"
 #include "Platform/Image.h"
 #include "Tasks/QVTask.h"
 #include "Tasks/QVTaskResponse.h"
+#include "Tasks/QVTaskService.h"
 
 namespace quorvane {
 
-/// `Quorvane::Tasks`: claims tasks and answers them. Main thread only.
+/// `Quorvane::Tasks`: claims tasks and answers them. Main thread only. The task that is handed over must be there.
 ///
-/// In this version the operations check the key and answer `ERROR_UNIMPLEMENTED` at once, or an empty result.
+/// What the operations do and answer is told by `QVTaskService`.
 class QVTasks {
 public:
-    using ClaimCallback = std::function<void(QVStatus, const std::shared_ptr<QVTask>&)>;
-    using ResponseCallback = std::function<void(QVStatus, const std::shared_ptr<QVTaskResponse>&,
-                                                const std::optional<QVTaskResponse::SubmitError>&)>;
+    using ClaimCallback = QVTaskService::ClaimCompletion;
+    using ResponseCallback = QVTaskService::SubmitCompletion;
 
     QVTasks() = delete;
 

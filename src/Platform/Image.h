@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,15 @@ public:
     /// Pixels.
     [[nodiscard]] virtual int width() const = 0;
     [[nodiscard]] virtual int height() const = 0;
+
+    /// The picture at half its width and half its height, at least one pixel each; null when none can be made.
+    [[nodiscard]] virtual std::shared_ptr<const Image> half() const = 0;
+
+    /// The picture as a JPEG file; @p quality from 0 to 1. None when it cannot be encoded.
+    [[nodiscard]] virtual std::optional<std::string> jpeg(double quality) const = 0;
+
+    /// The picture as a PNG file. None when it cannot be encoded.
+    [[nodiscard]] virtual std::optional<std::string> png() const = 0;
 };
 
 } // namespace quorvane::platform

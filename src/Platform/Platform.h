@@ -10,6 +10,7 @@ class Device;
 class Digest;
 class FileManager;
 class HTTPTransport;
+class LocationManagerFactory;
 class MainQueue;
 class PreferencesStore;
 class SecureRandom;
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] virtual FileManager& files() = 0;
     [[nodiscard]] virtual Application& application() = 0;
     [[nodiscard]] virtual Device& device() = 0;
+    [[nodiscard]] virtual LocationManagerFactory& locationManagers() = 0;
 };
 
 /// Sets the platform in use. Called on the main thread, never inside a callback of the library.

@@ -61,37 +61,65 @@ TEST_F(NamespacesTest, TrackingAnswersBeforeItReturnsOrDoesNothing) {
     });
 }
 
-TEST_F(NamespacesTest, TasksAnswerBeforeTheyReturnOrWithAnEmptyResult) {
-    inBothWorlds([](QVStatus status) {
-        const auto task = std::make_shared<QVTask>();
-        const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
-        Quorvane::Tasks::claim(task, claimed.record());
-        EXPECT_EQ(claimed.first<0>(), status);
-        EXPECT_EQ(claimed.first<1>(), nullptr);
+TEST_F(NamespacesTest, TasksAreRefusedBeforeTheyReturnWithoutAKey) {
+    const auto task = std::make_shared<QVTask>();
+    const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
+    Quorvane::Tasks::claim(task, claimed.record());
+    EXPECT_EQ(claimed.first<0>(), QVStatus::ERROR_PUBLISHABLE_KEY);
+    EXPECT_EQ(claimed.first<1>(), nullptr);
 
-        const Calls<QVStatus, std::shared_ptr<QVTaskResponse>, std::optional<QVTaskResponse::SubmitError>> saved;
-        Quorvane::Tasks::saveResponse(task, nullptr, std::nullopt, "3", nullptr, saved.record());
-        EXPECT_EQ(saved.first<0>(), status);
-        EXPECT_EQ(saved.first<1>(), nullptr);
-        EXPECT_EQ(saved.first<2>().has_value(), status == QVStatus::ERROR_PUBLISHABLE_KEY);
+    const Calls<QVStatus, std::shared_ptr<QVTaskResponse>, std::optional<QVTaskResponse::SubmitError>> saved;
+    Quorvane::Tasks::saveResponse(task, nullptr, std::nullopt, "3", nullptr, saved.record());
+    EXPECT_EQ(saved.first<0>(), QVStatus::ERROR_PUBLISHABLE_KEY);
+    EXPECT_EQ(saved.first<1>(), nullptr);
+    EXPECT_EQ(saved.first<2>(), QVTaskResponse::SubmitError::UNKNOWN());
 
-        EXPECT_TRUE(Quorvane::Tasks::getRequirements(task).empty());
-        EXPECT_EQ(Quorvane::Tasks::nextQuestion(task, "q1"), nullptr);
-    });
+    EXPECT_TRUE(Quorvane::Tasks::getRequirements(task).empty());
+    EXPECT_EQ(Quorvane::Tasks::nextQuestion(task, "q1"), nullptr);
 }
 
-TEST_F(NamespacesTest, PlacesAnswerBeforeTheyReturn) {
-    inBothWorlds([](QVStatus status) {
-        const auto place = std::make_shared<QVPlace>();
-        const Calls<QVStatus, List<QVPlace>> created;
-        Quorvane::Places::create(place, QVStorageType::LOCAL, created.record());
-        Quorvane::Places::create(std::vector{place, place}, QVStorageType::REMOTE, created.record());
-        ASSERT_EQ(created.count(), 2U);
-        for (std::size_t i = 0; i < 2; ++i) {
-            EXPECT_EQ(std::get<0>(created[i]), status);
-            EXPECT_EQ(std::get<1>(created[i]), std::nullopt);
-        }
-    });
+TEST_F(NamespacesTest, TasksForwardToTheTaskService) {
+    store("quorvane_access_key", "");
+    const auto task = std::make_shared<QVTask>();
+    task->taskRequirements = {"Bring receipt"};
+
+    const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
+    Quorvane::Tasks::claim(task, claimed.record());
+    EXPECT_EQ(claimed.first<0>(), QVStatus::ERROR_LOCATION);
+
+    const Calls<QVStatus, std::shared_ptr<QVTaskResponse>, std::optional<QVTaskResponse::SubmitError>> saved;
+    Quorvane::Tasks::saveResponse(task, nullptr, std::nullopt, "3", nullptr, saved.record());
+    EXPECT_EQ(saved.first<0>(), QVStatus::ERROR_BAD_REQUEST);
+    EXPECT_EQ(saved.first<2>(), QVTaskResponse::SubmitError::MISSING_TASK_KEY());
+
+    EXPECT_EQ(Quorvane::Tasks::getRequirements(task), std::vector<std::string>{"Bring receipt"});
+    EXPECT_TRUE(transport().requests().empty());
+}
+
+TEST_F(NamespacesTest, PlacesAreRefusedBeforeTheyReturnWithoutAKey) {
+    const auto place = std::make_shared<QVPlace>();
+    const Calls<QVStatus, List<QVPlace>> created;
+    Quorvane::Places::create(place, QVStorageType::LOCAL, created.record());
+    Quorvane::Places::create(std::vector{place, place}, QVStorageType::REMOTE, created.record());
+    ASSERT_EQ(created.count(), 2U);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(std::get<0>(created[i]), QVStatus::ERROR_PUBLISHABLE_KEY);
+        EXPECT_EQ(std::get<1>(created[i]), std::nullopt);
+    }
+}
+
+TEST_F(NamespacesTest, PlacesForwardToThePlaceStore) {
+    store("quorvane_access_key", "");
+    const auto place = std::make_shared<QVPlace>();
+    const Calls<QVStatus, List<QVPlace>> created;
+    Quorvane::Places::create(place, QVStorageType::LOCAL, created.record());
+    Quorvane::Places::create(std::vector{place, place}, QVStorageType::REMOTE, created.record());
+
+    ASSERT_EQ(created.count(), 2U);
+    EXPECT_EQ(std::get<0>(created[0]), QVStatus::SUCCESS);
+    EXPECT_EQ(std::get<1>(created[0]), std::vector{place});
+    EXPECT_EQ(std::get<0>(created[1]), QVStatus::ERROR_UNIMPLEMENTED);
+    EXPECT_EQ(std::get<1>(created[1]), std::nullopt);
 }
 
 TEST_F(NamespacesTest, ThereAreNoCaptureScreensInABuildWithoutThem) {

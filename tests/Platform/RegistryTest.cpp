@@ -34,6 +34,7 @@ public:
     FileManager& files() override { std::abort(); }
     Application& application() override { std::abort(); }
     Device& device() override { std::abort(); }
+    LocationManagerFactory& locationManagers() override { std::abort(); }
 
     FakeTime time;
 

@@ -53,6 +53,7 @@ struct NativePlatform::Parts {
     native::DiskFiles files;
     const std::unique_ptr<PreferencesStore> preferences;
     native::HostDevice device;
+    FixedLocationManagerFactory locationManagers;
     native::CurlTransport transport;
 };
 
@@ -65,7 +66,11 @@ NativePlatform::NativePlatform(NativeOptions options) : NativePlatform(std::move
 NativePlatform::NativePlatform(NativeOptions options, std::unique_ptr<NativeMainQueue> queue)
     : parts(std::make_unique<Parts>(std::move(options), std::move(queue))) {}
 
-NativePlatform::~NativePlatform() = default;
+NativePlatform::~NativePlatform() {
+    // What still waits is dropped while all parts are there: it may hold on to any of them.
+    parts->transport.close();
+    parts->queue->close();
+}
 
 Clock& NativePlatform::clock() {
     return parts->clock;
@@ -93,6 +98,9 @@ Application& NativePlatform::application() {
 }
 Device& NativePlatform::device() {
     return parts->device;
+}
+FixedLocationManagerFactory& NativePlatform::locationManagers() {
+    return parts->locationManagers;
 }
 const std::string& NativePlatform::home() const {
     return parts->home;

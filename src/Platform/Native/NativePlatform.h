@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "JSON/AnyCodable.h"
+#include "Platform/LocationManager.h"
 #include "Platform/Native/NativeMainQueue.h"
 #include "Platform/Platform.h"
 
@@ -63,6 +64,8 @@ public:
     [[nodiscard]] FileManager& files() override;
     [[nodiscard]] Application& application() override;
     [[nodiscard]] Device& device() override;
+    /// Knows no location, unless a program that is told one sets it.
+    [[nodiscard]] FixedLocationManagerFactory& locationManagers() override;
 
     /// The home in use as an absolute path; empty when no place for one is known.
     [[nodiscard]] const std::string& home() const;
