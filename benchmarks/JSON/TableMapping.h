@@ -150,25 +150,24 @@ private:
 
 /// A copy of a model and of all that it points to: what filling the structs costs when there is nothing to parse.
 template <class Field>
-Field deepCopy(const Field& field) {
+void copyInto(Field& copy, const Field& field) {
     if constexpr (requires { Field::codingKeys; }) {
-        Field copy;
         forEachRow<Field>([&]<std::size_t row>() {
             const auto member = std::get<0>(json::KeyTable<Field>::template row<row>().path);
-            copy.*member = deepCopy(field.*member);
+            copyInto(copy.*member, field.*member);
         });
-        return copy;
     } else if constexpr (json::isSharedPointer<Field>) {
-        return field ? std::make_shared<typename Field::element_type>(deepCopy(*field)) : nullptr;
-    } else if constexpr (requires { field.reserve(1); } && !std::same_as<Field, std::string>) {
-        Field copy;
+        if (field) {
+            copy = std::make_shared<typename Field::element_type>();
+            copyInto(*copy, *field);
+        }
+    } else if constexpr (requires(Field list) { list.push_back(list.front()); } && !std::same_as<Field, std::string>) {
         copy.reserve(field.size());
         for (const auto& item : field) {
-            copy.push_back(deepCopy(item));
+            copyInto(copy.emplace_back(), item);
         }
-        return copy;
     } else {
-        return field;
+        copy = field;
     }
 }
 

@@ -15,14 +15,14 @@ bool failAsEmpty(Reading& reading, std::string_view description) {
 
 /// Inside of an object or a list.
 bool readItem(Element value, AnyCodable& field, Reading& reading) {
-    return value.is_null() ? failAsEmpty(reading, "the container contains nothing serializable")
-                           : readAny(value, field, reading);
+    return value.isNull() ? failAsEmpty(reading, "the container contains nothing serializable")
+                          : readAny(value, field, reading);
 }
 
-bool readList(simdjson::dom::array array, AnyCodable& field, Reading& reading) {
+bool readList(Element value, AnyCodable& field, Reading& reading) {
     AnyCodable::List list;
-    list.reserve(array.size());
-    for (const Element element : array) {
+    list.reserve(value.count());
+    for (const Element element : Elements(value)) {
         if (!readItem(element, list.emplace_back(), reading)) {
             reading.within(list.size() - 1);
             return false;
@@ -54,14 +54,13 @@ bool checkComplete(const AnyCodable::Dictionary& dictionary, std::string_view fi
 } // namespace
 
 bool readAny(Element value, AnyCodable::Dictionary& field, Reading& reading) {
-    simdjson::dom::object object;
-    if (value.get(object) != simdjson::SUCCESS) {
+    if (!value.isObject()) {
         return reading.mismatch("object", value);
     }
     AnyCodable::Dictionary dictionary;
     std::string_view firstFailed;
     std::optional<Reading> firstFailure;
-    for (const auto member : object) {
+    for (const Member member : Members(value)) {
         AnyCodable& item = dictionary[std::string(member.key)];
         if (!readItem(member.value, item, reading)) {
             item = AnyCodable();
@@ -80,7 +79,7 @@ bool readAny(Element value, AnyCodable::Dictionary& field, Reading& reading) {
 
 bool readAny(Element value, AnyCodable& field, Reading& reading) {
     switch (value.type()) {
-        case ElementType::OBJECT: {
+        case ElementType::object: {
             AnyCodable::Dictionary dictionary;
             if (!readAny(value, dictionary, reading)) {
                 return false;
@@ -88,15 +87,16 @@ bool readAny(Element value, AnyCodable& field, Reading& reading) {
             field.value = std::move(dictionary);
             return true;
         }
-        case ElementType::ARRAY:
-            return readList(value.get_array().value_unsafe(), field, reading);
-        case ElementType::STRING:
-            field.value = std::string(value.get_string().value_unsafe());
+        case ElementType::array:
+            return readList(value, field, reading);
+        case ElementType::string:
+            field.value = std::string(value.text());
             return true;
-        case ElementType::BOOL:
-            field.value = value.get_bool().value_unsafe();
+        case ElementType::true_:
+        case ElementType::false_:
+            field.value = value.boolean();
             return true;
-        case ElementType::NULL_VALUE:
+        case ElementType::null:
             return failAsEmpty(reading, "Could not serialize");
         default:
             field = numberOf(value);

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "JSON/Date.h"
-#include "JSON/DocumentContent.h"
+#include "JSON/JSON.h"
 #include "JSON/KeyTable.h"
 #include "JSON/RawValues.h"
 #include "JSON/Reading.h"
@@ -44,8 +44,7 @@ struct Decoder {
         } else if constexpr (std::same_as<Field, float>) {
             return readFloat(value, field, reading);
         } else if constexpr (std::same_as<Field, std::string>) {
-            std::string_view text;
-            return readText(value, text, "text", reading) && (field.assign(text), true);
+            return readString(value, field, reading);
         } else if constexpr (std::same_as<Field, Date>) {
             return readDate(value, field, reading);
         } else if constexpr (std::is_enum_v<Field>) {
@@ -65,7 +64,7 @@ struct Decoder {
 private:
     template <class Value>
     static bool readWrapped(Element value, std::optional<Value>& field, Reading& reading) {
-        if (value.is_null()) {
+        if (value.isNull()) {
             field.reset();
             return true;
         }
@@ -77,9 +76,21 @@ private:
         return true;
     }
 
+    static bool readWrapped(Element value, std::optional<std::string>& field, Reading& reading) {
+        if (value.isString()) {
+            field.emplace(value.text());
+            return true;
+        }
+        if (!value.isNull()) {
+            return reading.mismatch("text", value);
+        }
+        field.reset();
+        return true;
+    }
+
     template <class Model>
     static bool readWrapped(Element value, std::shared_ptr<Model>& field, Reading& reading) {
-        if (value.is_null()) {
+        if (value.isNull()) {
             field.reset();
             return true;
         }
@@ -88,7 +99,7 @@ private:
 
     template <class Model>
     static bool readModel(Element value, std::shared_ptr<Model>& field, Reading& reading) {
-        if (!readsNothing<Model> && !value.is_object()) {
+        if (!readsNothing<Model> && !value.isObject()) {
             return reading.mismatch("object", value);
         }
         auto model = std::make_shared<Model>();
@@ -101,13 +112,12 @@ private:
 
     template <class Value>
     static bool readWrapped(Element value, std::vector<Value>& field, Reading& reading) {
-        simdjson::dom::array array;
-        if (value.get(array) != simdjson::SUCCESS) {
+        if (!value.isArray()) {
             return reading.mismatch("list", value);
         }
         std::vector<Value> list;
-        list.reserve(array.size());
-        for (const Element element : array) {
+        list.reserve(value.count());
+        for (const Element element : Elements(value)) {
             Value item{};
             if (!readItem(element, item, reading)) {
                 reading.within(list.size());
@@ -127,6 +137,16 @@ private:
         } else {
             return read(value, item, reading);
         }
+    }
+
+    static bool readString(Element value, std::string& field, Reading& reading) {
+        std::string_view text;
+        if (!readText(value, text, "text", reading)) {
+            return false;
+        }
+        // Cheaper than assigning to the empty text that the field usually is.
+        field = std::string(text);
+        return true;
     }
 
     template <std::integral Integer>
@@ -198,24 +218,23 @@ public:
     ObjectReader(Model& theModel, Reading& theReading) : model(theModel), reading(theReading) {}
 
     bool read(Element value) {
-        simdjson::dom::object object;
-        if (value.get(object) != simdjson::SUCCESS) {
+        if (!value.isObject()) {
             return reading.mismatch("object", value);
         }
         prepare(model);
-        const auto end = object.end();
-        for (auto member = object.begin(); member != end; ++member) {
-            const std::size_t entry = Table::index.find(member.key());
-            if (entry == Table::index.none) {
+        const Members members(value);
+        const auto end = members.end();
+        for (auto position = members.begin(); position != end; ++position) {
+            const Member member = *position;
+            const std::size_t candidate = Table::index.candidate(member.key);
+            if (readCandidate(candidate, member, std::make_index_sequence<Table::keyCount>())) [[likely]] {
                 continue;
             }
-            if (!readEntry(entry, member.value())) {
-                if (!comesAgain(member, end)) {
-                    reading.within(Table::entries[entry].name);
-                    return false;
-                }
-                reading.forget();
+            if (!comesAgain(position, end)) {
+                reading.within(member.key);
+                return false;
             }
+            reading.forget();
         }
         finishPairs(std::make_index_sequence<Table::rowCount>());
         if constexpr (requires { model.didDecode(); }) {
@@ -226,7 +245,7 @@ public:
 
 private:
     using Table = KeyTable<Model>;
-    using Iterator = simdjson::dom::object::iterator;
+    using Iterator = Members::Iterator;
 
     static void prepare(Model& object) {
         if constexpr (requires { object.willDecode(); }) {
@@ -235,65 +254,46 @@ private:
     }
 
     /// Of equal keys the last wins, so an earlier one may hold anything.
-    static bool comesAgain(Iterator member, const Iterator& end) {
-        const std::string_view key = member.key();
-        while (++member != end) {
-            if (member.key() == key) {
+    static bool comesAgain(Iterator position, Iterator end) {
+        const std::string_view key = (*position).key;
+        while (++position != end) {
+            if ((*position).key == key) {
                 return true;
             }
         }
         return false;
     }
 
-    bool readEntry(std::size_t entry, Element value) { return dispatch<0>(entry, value); }
+    using Reader = bool (*)(ObjectReader&, std::string_view, Element);
 
-    template <std::size_t base>
-    bool dispatch(std::size_t entry, Element value) {
-        switch (entry - base) {
-            case 0:
-                return readKey<base>(value);
-            case 1:
-                return readKey<base + 1>(value);
-            case 2:
-                return readKey<base + 2>(value);
-            case 3:
-                return readKey<base + 3>(value);
-            case 4:
-                return readKey<base + 4>(value);
-            case 5:
-                return readKey<base + 5>(value);
-            case 6:
-                return readKey<base + 6>(value);
-            case 7:
-                return readKey<base + 7>(value);
-            default:
-                break;
-        }
-        if constexpr (base + 8 < Table::keyCount) {
-            return dispatch<base + 8>(entry, value);
-        } else {
-            return true;
-        }
+    template <std::size_t... entries>
+    bool readCandidate(std::size_t candidate, const Member& member, std::index_sequence<entries...>) {
+        static constexpr std::array<Reader, sizeof...(entries) + 1> readers{&ObjectReader::template readKey<entries>...,
+                                                                            &ObjectReader::passOver};
+        return readers[candidate](*this, member.key, member.value);
     }
 
+    /// Reads the key that none of the table can be.
+    static bool passOver(ObjectReader&, std::string_view, Element) { return true; }
+
     template <std::size_t entry>
-    bool readKey(Element value) {
-        if constexpr (entry >= Table::keyCount) {
+    static bool readKey(ObjectReader& reader, std::string_view key, Element value) {
+        if (key != Table::entries[entry].name) {
+            return true;
+        }
+        constexpr std::size_t row = Table::entries[entry].row;
+        constexpr std::size_t part = Table::entries[entry].part;
+        if (reader.isRepeated(entry)) [[unlikely]] {
+            reader.template reset<row, part>();
+        }
+        if constexpr (Table::template row<row>().isLenient) {
+            if (!value.isNull()) {
+                const Reading::Quietly quietly(reader.reading);
+                (void)reader.template readRow<row, part>(value);
+            }
             return true;
         } else {
-            constexpr std::size_t row = Table::entries[entry].row;
-            if (isRepeated(entry)) {
-                reset<row, Table::entries[entry].part>();
-            }
-            if constexpr (Table::template row<row>().isLenient) {
-                if (!value.is_null()) {
-                    const Reading::Quietly quietly(reading);
-                    (void)readRow<row, Table::entries[entry].part>(value);
-                }
-                return true;
-            } else {
-                return readRow<row, Table::entries[entry].part>(value);
-            }
+            return reader.template readRow<row, part>(value);
         }
     }
 
@@ -304,13 +304,13 @@ private:
         constexpr auto& description = Table::template row<row>();
         if constexpr (Row::isPair) {
             double number = 0;
-            if (value.is_null()) {
+            if (value.isNull()) {
                 return true;
             }
             if (!readNumber(value, number, "number", reading)) {
                 return false;
             }
-            pairs[row].parts[part] = number;
+            pairs[Table::pairIndex(row)].parts[part] = number;
             return true;
         } else if constexpr (Row::isDirect && !(description.isLenient && HasTable<Field>)) {
             return Decoder::read(value, model.*std::get<0>(description.path), reading);
@@ -341,7 +341,7 @@ private:
     template <std::size_t row, std::size_t part>
     void reset() {
         if constexpr (Table::template Row<row>::isPair) {
-            pairs[row].parts[part].reset();
+            pairs[Table::pairIndex(row)].parts[part].reset();
         } else {
             const auto fresh = std::make_unique<Model>();
             prepare(*fresh);
@@ -357,7 +357,7 @@ private:
     template <std::size_t row>
     void finishPair() {
         if constexpr (Table::template Row<row>::isPair) {
-            const auto& [first, second] = pairs[row].parts;
+            const auto& [first, second] = pairs[Table::pairIndex(row)].parts;
             if (first && second) {
                 auto& field = target<row>(model);
                 if constexpr (isOptional<std::remove_reference_t<decltype(field)>>) {
@@ -370,26 +370,20 @@ private:
         }
     }
 
-    template <std::size_t... rows>
-    static constexpr bool anyPair(std::index_sequence<rows...>) {
-        return (false || ... || Table::template Row<rows>::isPair);
-    }
-
     struct Pair {
         std::array<std::optional<double>, 2> parts;
     };
-    static constexpr bool hasPairs = anyPair(std::make_index_sequence<Table::rowCount>());
 
     Model& model;
     Reading& reading;
     std::array<std::uint64_t, Table::keyCount / 64 + 1> seen{};
-    std::array<Pair, hasPairs ? Table::rowCount : 0> pairs{};
+    std::array<Pair, Table::pairCount> pairs{};
 };
 
 template <class Model>
 void decode(const Document& document, Model& model) {
     Reading reading;
-    if (!Decoder::read(document.content().root(), model, reading)) {
+    if (!Decoder::read(rootOf(document), model, reading)) {
         reading.raise();
     }
 }

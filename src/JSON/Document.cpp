@@ -7,14 +7,60 @@
 
 namespace quorvane::json {
 
-Document Document::parse(std::string text) {
+namespace {
+
+constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
+
+/// The memory that a thread keeps. It is gone before the last documents of a thread that ends are.
+class Spare {
+public:
+    ~Spare() { isGone = true; }
+
+    static void give(simdjson::dom::document& document) {
+        if (!isGone && document.capacity() <= largestKeptCapacity && document.capacity() > kept.document.capacity()) {
+            kept.document = std::move(document);
+        }
+    }
+    static void take(simdjson::dom::document& document) {
+        if (!isGone) {
+            document = std::move(kept.document);
+            kept.document = simdjson::dom::document();
+        }
+    }
+
+private:
+    simdjson::dom::document document;
+    static thread_local Spare kept;
+    static thread_local bool isGone;
+};
+
+thread_local Spare Spare::kept;
+thread_local bool Spare::isGone = false;
+
+} // namespace
+
+Document::Content::Content() {
+    Spare::take(parsed);
+}
+
+Document::Content::~Content() {
+    Spare::give(parsed);
+}
+
+Document Document::parse(std::string&& text) {
     auto content = std::make_shared<Content>();
-    parseInto(content->parsed, std::move(text));
+    parseInto(content->parsed, text);
+    content->tape = {content->parsed.tape.get(), reinterpret_cast<const char*>(content->parsed.string_buf.get())};
     return Document(std::move(content));
 }
 
+Element rootOf(const Document& document) {
+    // The first word marks the beginning of the tape.
+    return {document.content().tape, 1};
+}
+
 std::optional<Dictionary> Document::dictionary() const {
-    if (!shared->root().is_object()) {
+    if (!rootOf(*this).isObject()) {
         return std::nullopt;
     }
     return Dictionary(*this);
@@ -22,14 +68,10 @@ std::optional<Dictionary> Document::dictionary() const {
 
 namespace {
 
-simdjson::dom::object objectOf(const Document& document) {
-    return document.content().root().get_object().value_unsafe();
-}
-
 /// The last of equal keys.
 std::optional<Element> find(const Document& document, std::string_view key) {
     std::optional<Element> found;
-    for (const auto member : objectOf(document)) {
+    for (const Member member : Members(rootOf(document))) {
         if (member.key == key) {
             found = member.value;
         }
@@ -41,7 +83,7 @@ std::optional<Element> find(const Document& document, std::string_view key) {
 
 std::size_t Dictionary::size() const {
     std::set<std::string_view> keys;
-    for (const auto member : objectOf(document)) {
+    for (const Member member : Members(rootOf(document))) {
         keys.insert(member.key);
     }
     return keys.size();
@@ -53,14 +95,14 @@ bool Dictionary::contains(std::string_view key) const {
 
 std::optional<AnyCodable> Dictionary::value(std::string_view key) const {
     const auto found = find(document, key);
-    if (!found || found->is_null()) {
+    if (!found || found->isNull()) {
         return std::nullopt;
     }
     return valueOf(*found, Numbers::byValue);
 }
 
 AnyCodable::Dictionary Dictionary::copy() const {
-    return std::get<AnyCodable::Dictionary>(valueOf(document.content().root(), Numbers::byValue).value);
+    return std::get<AnyCodable::Dictionary>(valueOf(rootOf(document), Numbers::byValue).value);
 }
 
 } // namespace quorvane::json

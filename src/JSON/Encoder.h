@@ -164,9 +164,7 @@ private:
 
     template <class Model, std::size_t entry>
     static void beginMember(Writer::Step& step) {
-        constexpr const auto& quoted = quotedKey<Model, entry>;
-        constexpr std::string_view text(quoted.data(), quoted.size());
-        step.member(text, KeyTable<Model>::entries[entry].name);
+        step.member(quotedKey<Model, entry>, KeyTable<Model>::entries[entry].name);
     }
 
     template <class Table>

@@ -9,32 +9,31 @@ namespace quorvane::json {
 
 AnyCodable valueOf(Element value, Numbers numbers) {
     switch (value.type()) {
-        case ElementType::OBJECT: {
-            const simdjson::dom::object object = value.get_object().value_unsafe();
+        case ElementType::object: {
             AnyCodable::Dictionary dictionary;
-            for (const auto member : object) {
+            for (const Member member : Members(value)) {
                 dictionary.insert_or_assign(std::string(member.key), valueOf(member.value, numbers));
             }
             return dictionary;
         }
-        case ElementType::ARRAY: {
-            const simdjson::dom::array array = value.get_array().value_unsafe();
+        case ElementType::array: {
             AnyCodable::List list;
-            list.reserve(array.size());
-            for (const Element element : array) {
+            list.reserve(value.count());
+            for (const Element element : Elements(value)) {
                 list.push_back(valueOf(element, numbers));
             }
             return list;
         }
-        case ElementType::STRING:
-            return value.get_string().value_unsafe();
-        case ElementType::BOOL:
-            return value.get_bool().value_unsafe();
-        case ElementType::NULL_VALUE:
+        case ElementType::string:
+            return value.text();
+        case ElementType::true_:
+        case ElementType::false_:
+            return value.boolean();
+        case ElementType::null:
             return {};
-        case ElementType::DOUBLE:
+        case ElementType::decimal:
             if (numbers == Numbers::asWritten) {
-                return value.get_double().value_unsafe();
+                return value.decimal();
             }
             break;
         default:
@@ -44,18 +43,22 @@ AnyCodable valueOf(Element value, Numbers numbers) {
 }
 
 AnyCodable numberOf(Element value) {
-    if (value.type() == ElementType::INT64) {
-        return value.get_int64().value_unsafe();
+    switch (value.type()) {
+        case ElementType::int64:
+            return value.integer();
+        case ElementType::uint64:
+            return static_cast<double>(value.naturalNumber());
+        default:
+            break;
     }
-    const double number = value.get_double().value_unsafe();
-    if (isWhole(number)) {
-        return static_cast<std::int64_t>(number);
+    if (isWhole(value.decimal())) {
+        return static_cast<std::int64_t>(value.decimal());
     }
-    return number;
+    return value.decimal();
 }
 
 AnyCodable readExactly(std::string text) {
-    return valueOf(Document::parse(std::move(text)).content().root(), Numbers::asWritten);
+    return valueOf(rootOf(Document::parse(std::move(text))), Numbers::asWritten);
 }
 
 std::string writeExactly(const AnyCodable& value) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -15,6 +16,45 @@ char* put(char* out, std::string_view text) {
     return out + text.size();
 }
 
+/// Below this a number stands with an exponent.
+template <class Number>
+constexpr auto smallestPlain = static_cast<Number>(1e-4);
+
+constexpr std::int64_t powerOfTen(int exponent) {
+    return exponent == 0 ? 1 : 10 * powerOfTen(exponent - 1);
+}
+
+/// Most doubles that are written are decimals of few digits. Where a whole number of at most 15 digits over a power of
+/// ten is the double, that decimal is its shortest text: no two decimals of so few digits are the same double, and both
+/// the whole number and the power of ten are exact, so that the division rounds only once. Null where there is none.
+char* writeShortDecimal(char* out, double value) {
+    constexpr int places = 6;
+    constexpr std::int64_t scale = powerOfTen(places);
+    constexpr double largest = 1e15 / static_cast<double>(scale);
+    const double magnitude = std::fabs(value);
+    const bool isPlain = magnitude == 0 || (magnitude >= smallestPlain<double> && magnitude < largest);
+    if (!isPlain) {
+        return nullptr;
+    }
+    const auto units = static_cast<std::int64_t>(magnitude * static_cast<double>(scale) + 0.5);
+    if (static_cast<double>(units) / static_cast<double>(scale) != magnitude) {
+        return nullptr;
+    }
+    if (std::signbit(value)) {
+        *out++ = '-';
+    }
+    out = std::to_chars(out, out + numberTextCapacity, units / scale).ptr;
+    *out++ = '.';
+    std::int64_t rest = units % scale;
+    std::int64_t unit = scale / 10;
+    do {
+        *out++ = static_cast<char>('0' + rest / unit);
+        rest %= unit;
+        unit /= 10;
+    } while (rest != 0);
+    return out;
+}
+
 template <class Number>
 char* write(char* out, Number value) {
     if (std::isnan(value)) {
@@ -25,7 +65,7 @@ char* write(char* out, Number value) {
     }
     const Number magnitude = std::fabs(value);
     const bool hasExponent =
-        magnitude != 0 && (magnitude < static_cast<Number>(1e-4) || magnitude >= static_cast<Number>(1e16));
+        magnitude != 0 && (magnitude < smallestPlain<Number> || magnitude >= static_cast<Number>(1e16));
     char* const limit = out + numberTextCapacity;
     if (hasExponent) {
         return std::to_chars(out, limit, value, std::chars_format::scientific).ptr;
@@ -37,7 +77,8 @@ char* write(char* out, Number value) {
 } // namespace
 
 char* writeNumber(char* out, double value) {
-    return write(out, value);
+    char* const end = writeShortDecimal(out, value);
+    return end != nullptr ? end : write(out, value);
 }
 
 char* writeNumber(char* out, float value) {

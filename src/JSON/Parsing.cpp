@@ -126,16 +126,19 @@ private:
 
 } // namespace
 
-void parseInto(simdjson::dom::document& document, std::string text) {
+void parseInto(simdjson::dom::document& document, std::string& text) {
     thread_local Parser parser;
     simdjson::error_code error = parser.parse(document, text, deepest);
+    std::string rewritten;
+    std::string* last = &text;
     if (error == simdjson::NUMBER_ERROR) {
-        text = withLongIntegersAsDoubles(text);
-        error = parser.parse(document, text, deepest);
+        rewritten = withLongIntegersAsDoubles(text);
+        last = &rewritten;
+        error = parser.parse(document, *last, deepest);
     }
-    if (error == simdjson::DEPTH_ERROR && depthOf(text) == deepest) {
+    if (error == simdjson::DEPTH_ERROR && depthOf(*last) == deepest) {
         // The parser counts an innermost list or object only when it is not empty.
-        error = parser.parse(document, text, deepest + 1);
+        error = parser.parse(document, *last, deepest + 1);
     }
     if (error != simdjson::SUCCESS) {
         raise(error);

@@ -30,21 +30,23 @@ std::string quoted(std::string_view text) {
 
 std::string inWords(Element value) {
     switch (value.type()) {
-        case ElementType::ARRAY:
+        case ElementType::array:
             return "a list";
-        case ElementType::OBJECT:
+        case ElementType::object:
             return "an object";
-        case ElementType::INT64:
-            return std::to_string(value.get_int64().value_unsafe());
-        case ElementType::UINT64:
-            return std::to_string(value.get_uint64().value_unsafe());
-        case ElementType::DOUBLE:
-            return textOf(value.get_double().value_unsafe());
-        case ElementType::STRING:
-            return quoted(value.get_string().value_unsafe());
-        case ElementType::BOOL:
-            return value.get_bool().value_unsafe() ? "true" : "false";
-        case ElementType::NULL_VALUE:
+        case ElementType::int64:
+            return std::to_string(value.integer());
+        case ElementType::uint64:
+            return std::to_string(value.naturalNumber());
+        case ElementType::decimal:
+            return textOf(value.decimal());
+        case ElementType::string:
+            return quoted(value.text());
+        case ElementType::true_:
+            return "true";
+        case ElementType::false_:
+            return "false";
+        case ElementType::null:
             break;
     }
     return "null";

@@ -6,30 +6,26 @@
 #include <string>
 #include <string_view>
 
-#include <simdjson.h>
-
 #include "JSON/AnyCodable.h"
 #include "JSON/CodingErrors.h"
+#include "JSON/Tape.h"
 
 namespace quorvane::json {
-
-using Element = simdjson::dom::element;
-using ElementType = simdjson::dom::element_type;
 
 /// The state of one decoding. A reading function returns false after it has noted what is wrong here; on the way out
 /// each caller adds its step of the path. Nothing is noted while a lenient field is read.
 class Reading {
 public:
     /// Notes a value of another kind than the field; always false.
-    bool mismatch(std::string_view expected, Element found);
+    QV_COLD bool mismatch(std::string_view expected, Element found);
     /// Notes a value of the right kind that is no value of the field; always false.
-    bool corrupted(std::string_view expected, Element found);
+    QV_COLD bool corrupted(std::string_view expected, Element found);
     /// Notes a failure in words of its own; always false.
-    bool fail(DecodingError::Kind kind, std::string_view expected, std::string description);
+    QV_COLD bool fail(DecodingError::Kind kind, std::string_view expected, std::string description);
 
     /// The failure happened below this key or index.
-    void within(std::string_view key);
-    void within(std::size_t index);
+    QV_COLD void within(std::string_view key);
+    QV_COLD void within(std::size_t index);
 
     /// The failure turned out not to count.
     void forget() { path.clear(); }
@@ -65,18 +61,16 @@ inline bool isWhole(double number) {
 /// The whole number that a JSON number is, however it is written.
 inline bool readInteger(Element value, std::int64_t& field, std::string_view expected, Reading& reading) {
     switch (value.type()) {
-        case ElementType::INT64:
-            field = value.get_int64().value_unsafe();
+        case ElementType::int64:
+            field = value.integer();
             return true;
-        case ElementType::DOUBLE: {
-            const double number = value.get_double().value_unsafe();
-            if (!isWhole(number)) {
+        case ElementType::decimal:
+            if (!isWhole(value.decimal())) {
                 return reading.corrupted(expected, value);
             }
-            field = static_cast<std::int64_t>(number);
+            field = static_cast<std::int64_t>(value.decimal());
             return true;
-        }
-        case ElementType::UINT64:
+        case ElementType::uint64:
             return reading.corrupted(expected, value);
         default:
             return reading.mismatch(expected, value);
@@ -86,14 +80,14 @@ inline bool readInteger(Element value, std::int64_t& field, std::string_view exp
 /// Any JSON number.
 inline bool readNumber(Element value, double& field, std::string_view expected, Reading& reading) {
     switch (value.type()) {
-        case ElementType::DOUBLE:
-            field = value.get_double().value_unsafe();
+        case ElementType::decimal:
+            field = value.decimal();
             return true;
-        case ElementType::INT64:
-            field = static_cast<double>(value.get_int64().value_unsafe());
+        case ElementType::int64:
+            field = static_cast<double>(value.integer());
             return true;
-        case ElementType::UINT64:
-            field = static_cast<double>(value.get_uint64().value_unsafe());
+        case ElementType::uint64:
+            field = static_cast<double>(value.naturalNumber());
             return true;
         default:
             return reading.mismatch(expected, value);
@@ -101,18 +95,18 @@ inline bool readNumber(Element value, double& field, std::string_view expected, 
 }
 
 inline bool readText(Element value, std::string_view& field, std::string_view expected, Reading& reading) {
-    if (!value.is_string()) {
+    if (!value.isString()) {
         return reading.mismatch(expected, value);
     }
-    field = value.get_string().value_unsafe();
+    field = value.text();
     return true;
 }
 
 inline bool readBoolean(Element value, bool& field, Reading& reading) {
-    if (!value.is_bool()) {
+    if (!value.isBoolean()) {
         return reading.mismatch("boolean", value);
     }
-    field = value.get_bool().value_unsafe();
+    field = value.boolean();
     return true;
 }
 

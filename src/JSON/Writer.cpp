@@ -58,27 +58,63 @@ char* putEscape(char* out, unsigned char c) {
     return out;
 }
 
-/// Copies with escapes; returns the end and collects every byte's bits in @p seen.
-char* putEscaped(char* out, const char* text, std::size_t length, std::uint64_t& seen) {
-    const char* const end = text + length;
-    while (text != end) {
-        const auto size = std::min(static_cast<std::size_t>(end - text), wordSize);
-        std::uint64_t word = everyByte * 'x';
-        std::memcpy(&word, text, size);
-        seen |= word;
-        if (escapesIn(word) == 0) {
-            std::memcpy(out, &word, wordSize);
-            out += size;
-            text += size;
-            continue;
+template <class Word>
+std::uint64_t load(const char* text) {
+    Word word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+}
+
+/// One to seven characters, with harmless ones behind them.
+std::uint64_t loadShort(const char* text, std::size_t length) {
+    std::uint64_t word = 0;
+    if constexpr (std::endian::native == std::endian::big) {
+        word = everyByte * 'x';
+        std::memcpy(&word, text, length);
+        return word;
+    }
+    if (length >= 4) {
+        word = load<std::uint32_t>(text) | load<std::uint32_t>(text + length - 4) << (8 * (length - 4));
+    } else if (length >= 2) {
+        word = load<std::uint16_t>(text) | load<std::uint16_t>(text + length - 2) << (8 * (length - 2));
+    } else {
+        word = load<std::uint8_t>(text);
+    }
+    return word | everyByte * 'x' << (8 * length);
+}
+
+char* putOneByOne(char* out, const char* text, std::size_t length) {
+    for (std::size_t i = 0; i < length; ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        if (c < 0x20 || c == '"' || c == '\\') {
+            out = putEscape(out, c);
+        } else {
+            *out++ = static_cast<char>(c);
         }
-        for (std::size_t i = 0; i < size; ++i, ++text) {
-            const auto c = static_cast<unsigned char>(*text);
-            if (c < 0x20 || c == '"' || c == '\\') {
-                out = putEscape(out, c);
-            } else {
-                *out++ = static_cast<char>(c);
-            }
+    }
+    return out;
+}
+
+/// Copies with escapes; returns the end and collects every byte's bits in @p seen. May write a word beyond the end.
+char* putEscaped(char* out, const char* text, std::size_t length, std::uint64_t& seen) {
+    for (; length >= wordSize; text += wordSize, length -= wordSize) {
+        const std::uint64_t word = load<std::uint64_t>(text);
+        seen |= word;
+        if (escapesIn(word) == 0) [[likely]] {
+            std::memcpy(out, &word, wordSize);
+            out += wordSize;
+        } else {
+            out = putOneByOne(out, text, wordSize);
+        }
+    }
+    if (length > 0) {
+        const std::uint64_t word = loadShort(text, length);
+        seen |= word;
+        if (escapesIn(word) == 0) [[likely]] {
+            std::memcpy(out, &word, wordSize);
+            out += length;
+        } else {
+            out = putOneByOne(out, text, length);
         }
     }
     return out;
@@ -153,7 +189,7 @@ void Writer::newLine() {
 
 void Writer::prettyMember(std::string_view quoted, bool isFirst) {
     separate(isFirst);
-    append(quoted.substr(1));
+    append(quoted);
     append(" ");
 }
 

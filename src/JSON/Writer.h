@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -34,12 +35,20 @@ public:
         ~Step() { writer.innermost = outer; }
 
         /// Begins a member. @p quoted is the key as it stands in compact text: `,"name":`.
-        void member(std::string_view quoted, std::string_view name) {
+        template <std::size_t size>
+        void member(const std::array<char, size>& quoted, std::string_view name) {
             key = name;
-            if (writer.style == Style::compact) {
-                writer.append(count++ == 0 ? quoted.substr(1) : quoted);
+            if (writer.style != Style::compact) {
+                writer.prettyMember({quoted.data() + 1, size - 1}, count++ == 0);
+                return;
+            }
+            char* const out = writer.room(size);
+            if (count++ == 0) {
+                std::memcpy(out, quoted.data() + 1, size - 1);
+                writer.length += size - 1;
             } else {
-                writer.prettyMember(quoted, count++ == 0);
+                std::memcpy(out, quoted.data(), size);
+                writer.length += size;
             }
         }
         /// Begins a member under a key that is not known beforehand.
