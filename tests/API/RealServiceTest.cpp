@@ -33,14 +33,28 @@ TEST_F(RealServiceTest, ASignInGivesTokensThatTheDataServiceAccepts) {
     }
 }
 
-TEST_F(RealServiceTest, TasksAreFoundNearALocationAndThenOfTheirPlace) {
+TEST_F(RealServiceTest, TasksAreFoundNearALocationAndThenOfTheirPlaceAndCampaign) {
     const Calls<QVStatus, std::optional<platform::Location>, std::optional<QVTaskList>> near;
     QVSearchService::shared().tasks(here, 20'000, std::nullopt, near.record());
     ASSERT_TRUE(runUntil([&] { return near.count() > 0; }));
     EXPECT_EQ(near.first<0>(), QVStatus::SUCCESS);
     ASSERT_TRUE(near.first<2>());
     ASSERT_FALSE(near.first<2>()->empty());
-    EXPECT_FALSE(near.first<2>()->at(0)->questions.empty());
+    const QVTask& task = *near.first<2>()->at(0);
+    EXPECT_FALSE(task.questions.empty());
+    ASSERT_NE(task.owners, nullptr);
+
+    const Calls<QVStatus, std::optional<QVTaskList>> found;
+    QVSearchService::shared().tasks(PlaceId{task.locationKey}, found.record());
+    ASSERT_TRUE(runUntil([&] { return found.count() == 1; }));
+    QVSearchService::shared().tasks(CampaignId{task.owners->campaign.value_or("")}, found.record());
+    ASSERT_TRUE(runUntil([&] { return found.count() == 2; }));
+
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(std::get<0>(found[i]), QVStatus::SUCCESS);
+        const auto tasks = std::get<1>(found[i]).value_or(QVTaskList());
+        EXPECT_TRUE(std::any_of(tasks.begin(), tasks.end(), [&](const auto& one) { return one->key == task.key; }));
+    }
 }
 
 TEST_F(RealServiceTest, AnExpiredTokenIsRefreshedBeforeTheRequest) {

@@ -1,0 +1,76 @@
+#include "benchmarks/API/PlainExchange.h"
+
+#include <utility>
+
+#include <curl/curl.h>
+
+namespace quorvane {
+
+namespace {
+
+std::size_t collect(char* bytes, std::size_t size, std::size_t count, void* body) {
+    static_cast<std::string*>(body)->append(bytes, size * count);
+    return size * count;
+}
+
+} // namespace
+
+PlainExchange::PlainExchange(platform::NativeMainQueue& theQueue, std::uint16_t thePort)
+    : queue(theQueue), port(thePort), worker([this] { work(); }) {}
+
+PlainExchange::~PlainExchange() {
+    {
+        const std::lock_guard lock(mutex);
+        stopping = true;
+    }
+    changed.notify_one();
+    worker.join();
+}
+
+void PlainExchange::request(std::function<void(std::int64_t)> done) {
+    {
+        const std::lock_guard lock(mutex);
+        waiting = std::move(done);
+    }
+    changed.notify_one();
+}
+
+void PlainExchange::work() {
+    CURL* const curl = curl_easy_init();
+    curl_slist* headers = nullptr;
+    for (const char* const header :
+         {"Accept: application/json", "Content-Type: application/json", "X-Quorvane-Device-Make: Apple",
+          "X-Quorvane-Device-Model: iPhone 11", "X-Quorvane-Device-OS: 16.4.1", "X-Quorvane-Device-Type: iOS",
+          "X-Quorvane-SDK-Version: 0.0.2", "Authorization: Bearer token"}) {
+        headers = curl_slist_append(headers, header);
+    }
+    const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/locations/find?lat=46.05&lng=14.5&rad=5000";
+    std::string body;
+    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
+    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &collect);
+    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &body);
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, 10'000L);
+    for (;;) {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [this] { return stopping || waiting; });
+        if (stopping) {
+            break;
+        }
+        auto done = std::move(*waiting);
+        waiting.reset();
+        lock.unlock();
+        body.clear();
+        const CURLcode code = curl_easy_perform(curl);
+        queue.post([this, text = code == CURLE_OK ? body : std::string(), done = std::move(done)] {
+            std::int64_t count = 0;
+            const bool parsed = parser.parse(text)["count"].get(count) == simdjson::SUCCESS;
+            done(parsed ? count : 0);
+        });
+    }
+    curl_slist_free_all(headers);
+    curl_easy_cleanup(curl);
+}
+
+} // namespace quorvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include <simdjson.h>
+
+#include "Platform/Native/NativeMainQueue.h"
+
+namespace quorvane {
+
+/// The least that an exchange can be: libcurl on a worker thread with one reused handle, a hop to the main queue, and
+/// a parse of the body there.
+class PlainExchange {
+public:
+    PlainExchange(platform::NativeMainQueue& theQueue, std::uint16_t thePort);
+    PlainExchange(const PlainExchange&) = delete;
+    PlainExchange& operator=(const PlainExchange&) = delete;
+    ~PlainExchange();
+
+    /// Calls @p done on the main queue with the number of places in the answer.
+    void request(std::function<void(std::int64_t)> done);
+
+private:
+    void work();
+
+    platform::NativeMainQueue& queue;
+    const std::uint16_t port;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::optional<std::function<void(std::int64_t)>> waiting;
+    bool stopping = false;
+    simdjson::dom::parser parser;
+    std::thread worker;
+};
+
+} // namespace quorvane
