@@ -13,7 +13,9 @@ namespace quorvane {
 
 /// `Quorvane::Places`: the host's own places. Main thread only.
 ///
-/// In this version the operations check the key and answer `ERROR_UNIMPLEMENTED` at once.
+/// Every callback runs before the operation returns: `ERROR_PUBLISHABLE_KEY` without a key; `ERROR_UNIMPLEMENTED` for
+/// places at the service, which this version does not provide; `ERROR_UNKNOWN` when a place could not be stored. A list
+/// is present with `SUCCESS` only. Searches for places find what is stored here, in this run of the application.
 class QVPlaces {
 public:
     using PlaceList = std::vector<std::shared_ptr<QVPlace>>;
@@ -21,7 +23,10 @@ public:
 
     QVPlaces() = delete;
 
+    /// Stores one place under its `_id`, in the stead of an earlier one, and answers it.
     static void create(const std::shared_ptr<QVPlace>& place, QVStorageType storage, const Callback& callback);
+
+    /// Stores the places in their order and answers the same list. After a failure those before it stay stored.
     static void create(const PlaceList& places, QVStorageType storage, const Callback& callback);
 };
 

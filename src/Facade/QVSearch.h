@@ -37,7 +37,8 @@ public:
     static void tasks(const CampaignId& campaign, TasksCallback callback);
     static void tasks(const PlaceId& place, TasksCallback callback);
 
-    /// Nearest first. Chains, categories, groups and limit have no effect in this version.
+    /// The service's places and the host's own (`Quorvane::Places`), nearest first. Never answers when the store of the
+    /// host's own cannot be read. Chains, categories, groups and limit have no effect in this version.
     static void places(int radius, const std::optional<StringList>& chains, const std::optional<StringList>& categories,
                        const std::optional<StringList>& groups, int limit, PlacesCallback callback);
     static void places(const platform::Location& near, int radius, const std::optional<StringList>& chains,

@@ -1,6 +1,7 @@
 #include "Search/QVSearchService.h"
 
 #include "API/QuorvaneAPI.h"
+#include "Places/QVPlaceService.h"
 #include "Search/PlaceSort.h"
 
 namespace quorvane {
@@ -53,11 +54,18 @@ void QVSearchService::places(const platform::Location& near, int radius, const s
                              int limit, NearPlacesCompletion completion) {
     search<SearchPlacesEndpoint, QVPlace>(
         SearchPlacesEndpoint(near, radius, std::nullopt, chains, categories, groups, limit),
-        [near, completion = std::move(completion)](QVStatus status, std::optional<QVPlaceList> places) {
-            if (places) {
-                sortByDistance(*places, near);
+        [near, radius, completion = std::move(completion)](QVStatus status, std::optional<QVPlaceList> places) {
+            if (!places) {
+                completion(status, near, places);
+                return;
             }
-            completion(status, near, places);
+            QVPlaceService::shared().all(
+                near, radius,
+                [&](QVStatus, const std::optional<json::Dictionary>&, const std::optional<QVPlaceList>& local) {
+                    places->insert(places->end(), local->begin(), local->end());
+                    sortByDistance(*places, near);
+                    completion(status, near, places);
+                });
         });
 }
 

@@ -46,8 +46,10 @@ public:
     void tasks(const CampaignId& campaign, TasksCompletion completion);
     void tasks(const PlaceId& place, TasksCompletion completion);
 
-    /// Places within @p radius metres of @p near, nearest first (see `sortByDistance`). @p near is handed back
-    /// unchanged. The other arguments have no effect in this version.
+    /// Places within @p radius metres of @p near, the service's and the host's own (`QVPlaceService`), nearest first
+    /// (see `sortByDistance`). @p near is handed back unchanged. The other arguments have no effect in this version.
+    ///
+    /// When the service answered with places and the store of the host's own cannot be read, this never answers.
     void places(const platform::Location& near, int radius, const std::optional<StringList>& chains,
                 const std::optional<StringList>& categories, const std::optional<StringList>& groups, int limit,
                 NearPlacesCompletion completion);
