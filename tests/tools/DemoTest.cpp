@@ -17,7 +17,7 @@ namespace {
 class DemoTest : public ProgramTest {
 protected:
     std::string makeFile(const std::string& name, const std::string& content) {
-        const std::string path = scratch / name;
+        std::string path = scratch / name;
         std::ofstream(path) << content;
         return path;
     }

@@ -15,8 +15,6 @@
 
 #include "JSON/JSON.h"
 
-extern char** environ;
-
 namespace quorvane::tool {
 namespace {
 
@@ -55,6 +53,7 @@ std::vector<std::string> variables(const std::vector<std::pair<std::string, std:
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         pointers.push_back(text.data());
     }
