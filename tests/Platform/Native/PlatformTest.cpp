@@ -120,6 +120,22 @@ TEST_F(NativePlatformTest, APlatformMayEndWhileARequestIsInFlight) {
     EXPECT_EQ(completions, 0);
 }
 
+TEST_F(NativePlatformTest, WorkThatStillWaitsIsDroppedWhileThePartsAreThere) {
+    struct UsesPartsAtItsEnd {
+        ~UsesPartsAtItsEnd() {
+            platform.mainQueue().post([] {});
+            platform.preferences().setString("ended", "properly");
+        }
+        Platform& platform;
+    };
+    auto native = launch(scratch.path());
+    native->mainQueue().post([held = std::shared_ptr<UsesPartsAtItsEnd>(new UsesPartsAtItsEnd{*native})] {});
+
+    native.reset();
+
+    EXPECT_EQ(launch(scratch.path())->preferences().string("ended"), "properly");
+}
+
 /// The process's environment, put back at the end.
 class NativeHome : public ::testing::Test {
 protected:
