@@ -68,14 +68,13 @@ TEST_F(NativePreferencesDamage, AFileWithADamagedPageIsPutAside) {
 
 TEST_F(NativePreferencesDamage, ADatabaseOfAnotherProgramIsPutAside) {
     static_cast<void>(sql("CREATE TABLE preferences (name TEXT)"));
-    const std::string foreign = content(path);
 
     const auto store = open();
     store->setString("k", "v");
 
     EXPECT_EQ(store->string("k"), "v");
     EXPECT_EQ(lines.size(), 1U);
-    EXPECT_TRUE(content(path + ".damaged") == foreign || !content(path + ".damaged").empty());
+    EXPECT_NE(content(path + ".damaged").find("CREATE TABLE preferences (name TEXT)"), std::string::npos);
 }
 
 TEST_F(NativePreferencesDamage, ADamageThatShowsInTheMiddleOfARunIsPutAsideToo) {
