@@ -20,7 +20,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto address = "127.0.0.1";
-constexpr auto idleTime = 5s;
 constexpr auto idleStep = 50ms;
 constexpr int backlog = 128;
 
@@ -134,7 +133,7 @@ private:
 
     /// An idle connection makes room for one that waits.
     bool waitForRequest(Connection& connection) const {
-        const auto end = std::chrono::steady_clock::now() + idleTime;
+        const auto end = std::chrono::steady_clock::now() + setup.idleTime;
         do {
             switch (connection.waitForRequest(idleStep)) {
                 case Connection::Arrival::request:

@@ -35,6 +35,8 @@ public:
         std::function<void(const RequestRecord&)> record;
         /// How long the bytes of one request may take.
         std::chrono::milliseconds requestTime{10'000};
+        /// How long a connection may wait for its next request.
+        std::chrono::milliseconds idleTime{5'000};
     };
 
     /// Answers a sentence when the port is taken or cannot be had.
