@@ -13,9 +13,10 @@ class Chance {
 public:
     explicit Chance(std::uint64_t seed) : engine(seed) {}
 
-    /// From @p low to @p high inclusive.
+    /// From @p low to @p high inclusive; @p low where there is nothing between.
     std::int64_t whole(std::int64_t low, std::int64_t high) {
-        return low + static_cast<std::int64_t>(engine() % static_cast<std::uint64_t>(high - low + 1));
+        const std::uint64_t drawn = engine();
+        return low < high ? low + static_cast<std::int64_t>(drawn % (static_cast<std::uint64_t>(high - low) + 1)) : low;
     }
     /// In [0, 1).
     double fraction() { return static_cast<double>(engine() >> 11U) * 0x1p-53; }

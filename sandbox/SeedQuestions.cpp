@@ -158,7 +158,7 @@ ListText makeQuestions(Chance& chance, std::int64_t taskNumber, const ObjectText
         if (i == 0 || chance.oneIn(4)) {
             question["photoCaptureOptions"] = makePhotoOptions(taskNumber + i);
         }
-        questions.add(std::move(question));
+        questions.add(question);
     }
     return questions;
 }
