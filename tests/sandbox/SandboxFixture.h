@@ -40,9 +40,8 @@ protected:
     void advance(std::chrono::milliseconds time) { now = now.load() + time; }
 
     [[nodiscard]] RawReply get(const std::string& target, const std::string& token) const {
-        return ask(
-            sandbox->dataPort(),
-            "GET " + target + " HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + token + "\r\n\r\n");
+        return ask(sandbox->dataPort(),
+                   "GET " + target + " HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + token + "\r\n\r\n");
     }
 
     [[nodiscard]] RawReply authorize(const std::string& query) const {
