@@ -36,7 +36,7 @@ char* writeShortDecimal(char* out, double value) {
     if (!isPlain) {
         return nullptr;
     }
-    const auto units = static_cast<std::int64_t>(magnitude * static_cast<double>(scale) + 0.5);
+    const auto units = std::llrint(magnitude * static_cast<double>(scale));
     if (static_cast<double>(units) / static_cast<double>(scale) != magnitude) {
         return nullptr;
     }
