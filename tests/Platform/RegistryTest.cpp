@@ -23,7 +23,7 @@ std::vector<std::string>& story() {
 /// A platform with the two parts that installing deals with.
 class BarePlatform : public Platform {
 public:
-    ~BarePlatform() override { story().push_back("platform ends"); }
+    ~BarePlatform() override { story().emplace_back("platform ends"); }
 
     Clock& clock() override { return time; }
     MainQueue& mainQueue() override { return queue; }
@@ -41,19 +41,19 @@ public:
 private:
     struct Queue : FakeTime {
         void close() override {
-            story().push_back("queue closes");
+            story().emplace_back("queue closes");
             FakeTime::close();
         }
     } queue;
     struct Wire : HTTPTransport {
         void send(HTTPRequest, Completion) override {}
-        void close() override { story().push_back("transport closes"); }
+        void close() override { story().emplace_back("transport closes"); }
     } wire;
 };
 
 struct First {
-    explicit First(Platform& thePlatform) : platform(thePlatform) { story().push_back("first made"); }
-    ~First() { story().push_back("first ends"); }
+    explicit First(Platform& thePlatform) : platform(thePlatform) { story().emplace_back("first made"); }
+    ~First() { story().emplace_back("first ends"); }
     First(const First&) = delete;
     First& operator=(const First&) = delete;
     Platform& platform;
@@ -61,8 +61,8 @@ struct First {
 
 /// Asks for another one while it is made.
 struct Second {
-    explicit Second(Platform&) : first(shared<First>()) { story().push_back("second made"); }
-    ~Second() { story().push_back("second ends"); }
+    explicit Second(Platform&) : first(shared<First>()) { story().emplace_back("second made"); }
+    ~Second() { story().emplace_back("second ends"); }
     Second(const Second&) = delete;
     Second& operator=(const Second&) = delete;
     First& first;
