@@ -39,12 +39,13 @@ public:
     [[nodiscard]] Arrival waitForRequest(std::chrono::milliseconds time);
     /// The request that is now read must be complete by then.
     void setDeadline(std::chrono::steady_clock::time_point time) { deadline = time; }
-    /// At least one and at most @p size bytes; 0 at the end, -1 when there are none in time.
+    /// At least one and at most @p size bytes; 0 at the end, -1 when there are none in time or the signal was raised.
     long read(char* bytes, std::size_t size);
     /// Sends all of @p bytes, or as many as the peer takes in a few seconds.
     void send(std::string_view bytes);
     void end(Ending ending);
 
+    [[nodiscard]] bool isStopped() const { return !stop.sleep(std::chrono::milliseconds::zero()); }
     [[nodiscard]] int descriptor() const { return socket; }
 
 private:

@@ -32,6 +32,7 @@ ssize_t Exchange::read(char* bytes, std::size_t size) {
     const long count = connection.read(bytes, size);
     if (count <= 0) {
         state = count == 0 ? ReadState::ended : ReadState::tooSlow;
+        isAbandoned = connection.isStopped();
     } else if (state == ReadState::head) {
         head.append(bytes, static_cast<std::size_t>(count));
     }

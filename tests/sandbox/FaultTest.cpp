@@ -187,6 +187,15 @@ TEST_F(FaultTest, ADelayEndsWithTheSandbox) {
     EXPECT_EQ(other.readToEnd().bytes, "");
 }
 
+TEST_F(FaultTest, ARequestThatIsStillArrivingEndsWithTheSandbox) {
+    RawConnection connection(sandbox->dataPort());
+    connection.send("GET /config HTTP/1.1\r\n");
+
+    sandbox.reset();
+
+    EXPECT_EQ(connection.readToEnd().bytes, "");
+}
+
 TEST_F(FaultTest, AFaultMeetsAsManyRequestsAsItCounts) {
     sandbox->addFault(fault("/config:status=503:count=2"));
     std::vector<int> statuses;
