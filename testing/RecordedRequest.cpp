@@ -86,7 +86,7 @@ std::optional<RecordedRequest> RecordedRequest::read(platform::HTTPRequest reque
     const std::size_t question = rest.find('?');
     result.path = percentDecoded(rest.substr(0, question));
     if (result.path.empty()) {
-        result.path = "/";
+        result.path += '/';
     }
     if (question != std::string_view::npos) {
         result.query = readQuery(rest.substr(question + 1));
