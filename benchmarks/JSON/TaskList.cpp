@@ -1,6 +1,7 @@
 #include "benchmarks/JSON/TaskList.h"
 
 #include <array>
+#include <map>
 #include <random>
 #include <string_view>
 
@@ -159,14 +160,19 @@ private:
 
 } // namespace
 
-std::string taskListText(int count) {
-    Maker maker;
-    TaskList list;
-    list.count = count;
-    for (int i = 0; i < count; ++i) {
-        list.data.push_back(maker.task(i));
+const std::string& taskListText(int count) {
+    static std::map<int, std::string> texts;
+    std::string& text = texts[count];
+    if (text.empty()) {
+        Maker maker;
+        TaskList list;
+        list.count = count;
+        for (int i = 0; i < count; ++i) {
+            list.data.push_back(maker.task(i));
+        }
+        text = json::encode(list);
     }
-    return json::encode(list);
+    return text;
 }
 
 } // namespace quorvane

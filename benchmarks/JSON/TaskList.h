@@ -10,7 +10,7 @@ namespace quorvane {
 using TaskList = JSONResponseList<QVTask>;
 
 /// A list answer of @p count tasks as a service would send it: eight questions each, with choices, texts, an address
-/// and a reward. The same text for the same count.
-std::string taskListText(int count);
+/// and a reward. The same text for the same count, made once.
+const std::string& taskListText(int count);
 
 } // namespace quorvane

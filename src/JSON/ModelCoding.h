@@ -50,8 +50,8 @@
 //     template <> inline constexpr auto json::subclasses<Base> = json::SubclassList<Circle, Polygon>{};
 
 #include "JSON/CodingKeys.h"
-#include "JSON/Decoder.h"
 #include "JSON/Encoder.h"
+#include "JSON/ObjectReader.h"
 
 /// Makes `json::decode` and `json::encode` for one model, with its .cpp as their home.
 #define QV_JSON_MODEL(...)                                                                                \
