@@ -23,7 +23,7 @@ namespace quorvane::QVCache {
 template <class Key, class Value>
 class MemoryCache : public CacheAware<Key, Value> {
 public:
-    using Objects = ObjectCache<WrappedKey<Key>, Entry<Key, Value>>;
+    using Objects = ObjectCache<WrappedKey<Key>, Entry<Key, Value>, typename WrappedKey<Key>::Hash>;
 
     /// The limits are fixed, whatever the configuration holds. A platform must be installed.
     explicit MemoryCache(MemoryConfig theConfig) : config(std::move(theConfig)), wrapped(std::make_shared<Objects>()) {
@@ -55,12 +55,12 @@ public:
     /// The entry, or null when there is none or it is over: an entry is valid strictly before its expiry. The key is
     /// forgotten then. What `entry` does, for callers to whom a miss is no failure.
     [[nodiscard]] EntryPointer<Key, Value> find(const Key& key) {
-        EntryPointer<Key, Value> found = wrapped->object({key});
+        EntryPointer<Key, Value> found = wrapped->object(key);
         if (found && config.dateProvider() < found->expiry) {
             return found;
         }
         if (found) {
-            wrapped->removeObject({key});
+            wrapped->removeObject(key);
         }
         const std::lock_guard lock(mutex);
         keys.erase(key);

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <functional>
 #include <list>
 #include <memory>
 #include <mutex>
@@ -12,7 +13,9 @@ namespace quorvane::QVCache {
 
 /// Objects under keys, bounded by their count and their total cost; beyond a limit the ones used least recently go.
 /// Any object may be gone at any time: the system runs short of memory and `removeAll` is called. Safe from any thread.
-template <class Key, class Object>
+///
+/// A key may be looked up by anything that @p Hash takes, when it is transparent, and that compares to a key.
+template <class Key, class Object, class Hash = std::hash<Key>>
 class ObjectCache {
 public:
     using Pointer = std::shared_ptr<Object>;
@@ -41,7 +44,8 @@ public:
     }
 
     /// Null when there is none.
-    [[nodiscard]] Pointer object(const Key& key) {
+    template <class Lookup>
+    [[nodiscard]] Pointer object(const Lookup& key) {
         const std::lock_guard lock(mutex);
         const auto found = places.find(key);
         if (found == places.end()) {
@@ -53,7 +57,8 @@ public:
         return found->second->object;
     }
 
-    void removeObject(const Key& key) {
+    template <class Lookup>
+    void removeObject(const Lookup& key) {
         const std::lock_guard lock(mutex);
         erase(key);
     }
@@ -77,7 +82,8 @@ private:
         std::uint64_t cost;
     };
 
-    void erase(const Key& key) {
+    template <class Lookup>
+    void erase(const Lookup& key) {
         if (const auto found = places.find(key); found != places.end()) {
             totalCost -= found->second->cost;
             recent.erase(found->second);
@@ -97,7 +103,7 @@ private:
     mutable std::mutex mutex;
     /// Most recently used first.
     std::list<Item> recent;
-    std::unordered_map<Key, typename std::list<Item>::iterator> places;
+    std::unordered_map<Key, typename std::list<Item>::iterator, Hash, std::equal_to<>> places;
     std::uint64_t countLimit = 0;
     std::uint64_t costLimit = 0;
     std::uint64_t totalCost = 0;

@@ -121,7 +121,7 @@ TEST_F(HybridCacheTest, AllAfterAnExpiryLooksForTheListedNamesAsKeysAndFails) {
 TEST_F(HybridCacheTest, AllAfterAnEvictionLooksForTheListedNamesAsKeysAndFails) {
     hybrid->add("one", "a");
     hybrid->add("two", "b");
-    hybrid->memory->wrapped->removeObject({"a"});
+    hybrid->memory->wrapped->removeObject(std::string("a"));
 
     EXPECT_EQ(failureOf([&] { static_cast<void>(hybrid->all()); }), noSuchFile);
 

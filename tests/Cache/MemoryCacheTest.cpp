@@ -112,7 +112,7 @@ TEST_F(MemoryCacheTest, AllOfNothingIsAnEmptyList) {
 TEST_F(MemoryCacheTest, AfterAnEvictionAllIsNotFoundAlthoughOtherEntriesAreThere) {
     memory->add("one", "a");
     memory->add("two", "b");
-    memory->wrapped->removeObject({"a"});
+    memory->wrapped->removeObject(std::string("a"));
     EXPECT_EQ(memory->keysNow(), (std::set<std::string>{"a", "b"})) << "an evicted key stays until a read";
 
     EXPECT_EQ(failureOf([&] { static_cast<void>(memory->all()); }), "NOT_FOUND");

@@ -160,7 +160,19 @@ TEST(WrappedKeyTest, WrappedKeysAreEqualAndHashAlikeWhenTheirKeysDo) {
 
     EXPECT_EQ(Wrapped{"a"}, Wrapped{"a"});
     EXPECT_FALSE(Wrapped{"a"} == Wrapped{"b"});
-    EXPECT_EQ(std::hash<Wrapped>()(Wrapped{"a"}), std::hash<std::string>()("a"));
+    EXPECT_EQ(Wrapped{"a"}, std::string("a"));
+    EXPECT_EQ(Wrapped::Hash()(Wrapped{"a"}), Wrapped::Hash()(std::string("a")));
+}
+
+TEST(WrappedKeyTest, AnObjectUnderAWrappedKeyIsFoundByItsPlainKey) {
+    using Wrapped = WrappedKey<std::string>;
+    ObjectCache<Wrapped, int, Wrapped::Hash> objects;
+    objects.setObject(std::make_shared<int>(1), {"a"});
+
+    EXPECT_NE(objects.object(std::string("a")), nullptr);
+    EXPECT_NE(objects.object(Wrapped{"a"}), nullptr);
+    objects.removeObject(std::string("a"));
+    EXPECT_EQ(objects.count(), 0U);
 }
 
 } // namespace
