@@ -44,10 +44,8 @@ BENCHMARK(plain)->Name("request of 2 KB/libcurl, a hop and a parse")->MeasurePro
 class Library {
 public:
     Library() {
-        const std::uint16_t port = answeringPort();
         platform::NativeOptions options;
         options.home = home;
-        options.connectTo = {{3000, port}};
         phone = platform::NativePlatform::make(std::move(options));
         platform::install(phone);
         auto& preferences = phone->preferences();
@@ -55,7 +53,9 @@ public:
         preferences.setString("quorvane_access_token", "Bearer token");
         preferences.setString("quorvane_refresh_token", "refresh");
         preferences.setInteger("qourvane_access_token_expiry", 9'999'999'999);
-        QuorvaneAPI::shared().setEndpoints(QVEndpoints(Environment::LOCAL));
+        QVEndpoints endpoints(Environment::LOCAL);
+        endpoints.api.localEndpoint = "http://127.0.0.1:" + std::to_string(answeringPort());
+        QuorvaneAPI::shared().setEndpoints(endpoints);
     }
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;

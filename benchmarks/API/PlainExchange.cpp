@@ -13,6 +13,21 @@ std::size_t collect(char* bytes, std::size_t size, std::size_t count, void* body
     return size * count;
 }
 
+curl_slist* makeHeaders() {
+    curl_slist* headers = nullptr;
+    for (const char* const header :
+         {"Accept: application/json", "Content-Type: application/json", "X-Quorvane-Device-Make: Apple",
+          "X-Quorvane-Device-Model: iPhone 11", "X-Quorvane-Device-OS: 16.4.1", "X-Quorvane-Device-Type: iOS",
+          "X-Quorvane-SDK-Version: 0.0.2", "Authorization: Bearer token"}) {
+        headers = curl_slist_append(headers, header);
+    }
+    return headers;
+}
+
+std::string addressOf(std::uint16_t port) {
+    return "http://127.0.0.1:" + std::to_string(port) + "/locations/find?lat=46.05&lng=14.5&rad=5000";
+}
+
 } // namespace
 
 PlainExchange::PlainExchange(platform::NativeMainQueue& theQueue, std::uint16_t thePort)
@@ -37,17 +52,7 @@ void PlainExchange::request(std::function<void(std::int64_t)> done) {
 
 void PlainExchange::work() {
     CURL* const curl = curl_easy_init();
-    curl_slist* headers = nullptr;
-    for (const char* const header :
-         {"Accept: application/json", "Content-Type: application/json", "X-Quorvane-Device-Make: Apple",
-          "X-Quorvane-Device-Model: iPhone 11", "X-Quorvane-Device-OS: 16.4.1", "X-Quorvane-Device-Type: iOS",
-          "X-Quorvane-SDK-Version: 0.0.2", "Authorization: Bearer token"}) {
-        headers = curl_slist_append(headers, header);
-    }
-    const std::string url = "http://127.0.0.1:" + std::to_string(port) + "/locations/find?lat=46.05&lng=14.5&rad=5000";
     std::string body;
-    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &collect);
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &body);
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
@@ -62,14 +67,18 @@ void PlainExchange::work() {
         waiting.reset();
         lock.unlock();
         body.clear();
+        curl_slist* const headers = makeHeaders();
+        const std::string url = addressOf(port);
+        curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
+        curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
         const CURLcode code = curl_easy_perform(curl);
+        curl_slist_free_all(headers);
         queue.post([this, text = code == CURLE_OK ? body : std::string(), done = std::move(done)] {
             std::int64_t count = 0;
             const bool parsed = parser.parse(text)["count"].get(count) == simdjson::SUCCESS;
             done(parsed ? count : 0);
         });
     }
-    curl_slist_free_all(headers);
     curl_easy_cleanup(curl);
 }
 

@@ -14,8 +14,8 @@
 
 namespace quorvane {
 
-/// The least that an exchange can be: libcurl on a worker thread with one reused handle, a hop to the main queue, and
-/// a parse of the body there.
+/// The least that an exchange can be: libcurl on a worker thread with one reused handle, which gets each request's
+/// address and headers, a hop to the main queue, and a parse of the body there.
 class PlainExchange {
 public:
     PlainExchange(platform::NativeMainQueue& theQueue, std::uint16_t thePort);

@@ -51,7 +51,7 @@ QVStatus statusOf(int httpStatus) {
     }
 }
 
-void Router::send(const EndpointFields& endpoint, const Headers& headers, Decoder decoder,
+void Router::send(const EndpointFields& endpoint, Headers headers, Decoder decoder,
                   std::function<void(const Answer&)> completion) const {
     std::vector<std::pair<std::string, std::string>> query;
     query.reserve(endpoint.parameters.size());
@@ -62,7 +62,7 @@ void Router::send(const EndpointFields& endpoint, const Headers& headers, Decode
     platform::HTTPRequest request;
     request.method = rawValue(endpoint.method);
     request.url = baseURL.appending(endpoint.path).withQuery(query).text();
-    request.headers = headers;
+    request.headers = std::move(headers);
     request.body = endpoint.body;
     request.timeout = requestTimeout;
 

@@ -33,15 +33,14 @@ public:
     /// the table of `statusOf`, `ERROR_NETWORK` when no answer arrived, `ERROR_SERIALIZATION` when an answer's body
     /// could not be decoded, which is logged.
     template <class Call>
-    void request(const Call& endpoint, const Headers& headers,
-                 RequestCompletion<typename Call::ModelClass> completion) const {
+    void request(const Call& endpoint, Headers headers, RequestCompletion<typename Call::ModelClass> completion) const {
         using Model = typename Call::ModelClass;
         const Decoder decoder = [](const json::Document& document) -> std::shared_ptr<void> {
             auto model = std::make_shared<Model>();
             json::decode(document, *model);
             return model;
         };
-        send(endpoint, headers, decoder, [completion = std::move(completion)](const Answer& answer) {
+        send(endpoint, std::move(headers), decoder, [completion = std::move(completion)](const Answer& answer) {
             completion(answer.status, answer.dictionary, std::static_pointer_cast<Model>(answer.model));
         });
     }
@@ -56,7 +55,7 @@ private:
     };
     using Decoder = std::shared_ptr<void> (*)(const json::Document&);
 
-    void send(const EndpointFields& endpoint, const Headers& headers, Decoder decoder,
+    void send(const EndpointFields& endpoint, Headers headers, Decoder decoder,
               std::function<void(const Answer&)> completion) const;
     [[nodiscard]] static Answer read(int httpStatus, std::string body, ResponseFormat format, Decoder decoder);
 };

@@ -5,8 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/Native/CurlAddress.h"
-
 namespace quorvane::platform::native {
 namespace {
 
@@ -55,50 +53,79 @@ TransportError::Kind kindOf(CURLcode code) {
 
 } // namespace
 
-CurlExchange::CurlExchange(std::uint64_t theNumber, HTTPRequest theRequest, const CurlOptions& options, CURL* theHandle)
-    : number(theNumber), handle(theHandle), request(std::move(theRequest)) {
-    set(handle, CURLOPT_PRIVATE, this);
-    set(handle, CURLOPT_ERRORBUFFER, message.data());
-    set(handle, CURLOPT_NOSIGNAL, 1L);
-    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    set(handle, CURLOPT_PATH_AS_IS, 1L);
-    set(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
-    set(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(HTTPTransport::maxBodyBytes));
-    // A name that is still being looked up must hold up neither a timeout nor the end of the transport.
-    set(handle, CURLOPT_QUICK_EXIT, 1L);
-    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
-    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
-    set(handle, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(handle, CURLOPT_HEADERFUNCTION, &CurlExchange::onHeader);
-    set(handle, CURLOPT_HEADERDATA, this);
-    set(handle, CURLOPT_WRITEFUNCTION, &CurlExchange::onBody);
-    set(handle, CURLOPT_WRITEDATA, this);
-    if (!options.certificateFile.empty()) {
-        set(handle, CURLOPT_CAINFO, options.certificateFile.c_str());
+CurlExchange::CurlExchange(const CurlOptions& theOptions)
+    : options(theOptions), easy(curl_easy_init(), &curl_easy_cleanup) {
+    if (easy) {
+        setAlways();
     }
-    set(handle, CURLOPT_URL, request.url.c_str());
-    setMethod();
-    setHeaders();
-    setRoute(options);
+}
+
+void CurlExchange::setAlways() {
+    set(handle(), CURLOPT_PRIVATE, this);
+    set(handle(), CURLOPT_ERRORBUFFER, message.data());
+    set(handle(), CURLOPT_NOSIGNAL, 1L);
+    set(handle(), CURLOPT_PROTOCOLS_STR, "http,https");
+    set(handle(), CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    set(handle(), CURLOPT_FOLLOWLOCATION, 0L);
+    set(handle(), CURLOPT_PATH_AS_IS, 1L);
+    set(handle(), CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(HTTPTransport::maxBodyBytes));
+    // A name that is still being looked up must hold up neither a timeout nor the end of the transport.
+    set(handle(), CURLOPT_QUICK_EXIT, 1L);
+    set(handle(), CURLOPT_SSL_VERIFYPEER, 1L);
+    set(handle(), CURLOPT_SSL_VERIFYHOST, 2L);
+    set(handle(), CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    set(handle(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(handle(), CURLOPT_HEADERFUNCTION, &CurlExchange::onHeader);
+    set(handle(), CURLOPT_HEADERDATA, this);
+    set(handle(), CURLOPT_WRITEFUNCTION, &CurlExchange::onBody);
+    set(handle(), CURLOPT_WRITEDATA, this);
+    if (!options.certificateFile.empty()) {
+        set(handle(), CURLOPT_CAINFO, options.certificateFile.c_str());
+    }
+}
+
+bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const CurlAddress& address) {
+    if (!easy) {
+        return false;
+    }
+    requestNumber = theNumber;
+    const bool hasSameHeaders = headers && theRequest.headers == request.headers;
+    request = std::move(theRequest);
+    message.front() = '\0';
+    body.clear();
+    headerBytes = 0;
+    headersAreWhole = false;
+    isTooLarge = false;
+
+    isPlain = request.method == "GET" && request.body.empty();
+    if (!isPlain) {
+        setMethod();
+    }
+    if (!hasSameHeaders) {
+        setHeaders();
+    }
+    if (address.host != host || address.port != port) {
+        setRoute(address);
+    }
+    set(handle(), CURLOPT_URL, request.url.c_str());
+    set(handle(), CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
+    return true;
 }
 
 void CurlExchange::setMethod() {
     const bool isGet = request.method == "GET";
     const bool hasBody = !request.body.empty() || request.method == "POST" || request.method == "PUT";
     if (hasBody) {
-        set(handle, CURLOPT_POST, 1L);
-        set(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
-        set(handle, CURLOPT_POSTFIELDS, request.body.data());
+        set(handle(), CURLOPT_POST, 1L);
+        set(handle(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+        set(handle(), CURLOPT_POSTFIELDS, request.body.data());
     }
     if (request.method != (hasBody ? "POST" : "GET")) {
-        set(handle, CURLOPT_CUSTOMREQUEST, request.method.c_str());
+        set(handle(), CURLOPT_CUSTOMREQUEST, request.method.c_str());
     }
     if (!isGet) {
         // On a connection that was used before, libcurl sends a request again when it finds the connection dead.
-        set(handle, CURLOPT_FRESH_CONNECT, 1L);
+        set(handle(), CURLOPT_FRESH_CONNECT, 1L);
     }
 }
 
@@ -110,6 +137,7 @@ void CurlExchange::setHeaders() {
         }
     };
     // "Name:" takes a header of libcurl's own away, "Name;" sends an empty one.
+    headers.reset();
     std::vector<std::string> own = {"Accept:", "Content-Type:", "Expect:", "Accept-Encoding: identity"};
     for (const auto& [name, value] : request.headers) {
         const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
@@ -121,24 +149,23 @@ void CurlExchange::setHeaders() {
     for (const std::string& line : own) {
         add(line);
     }
-    set(handle, CURLOPT_HTTPHEADER, headers.get());
+    set(handle(), CURLOPT_HTTPHEADER, headers.get());
 }
 
-void CurlExchange::setRoute(const CurlOptions& options) {
-    const CurlAddress address(request.url);
-    if (!address.isLoopback()) {
-        return;
-    }
-    set(handle, CURLOPT_PROXY, "");
-    for (const LoopbackPort& port : options.connectTo) {
-        if (port.from == address.port) {
-            const std::string route =
-                address.host + ":" + std::to_string(port.from) + ":127.0.0.1:" + std::to_string(port.to);
+void CurlExchange::setRoute(const CurlAddress& address) {
+    host = address.host;
+    port = address.port;
+    connectTo.reset();
+    // None: what the environment says.
+    set(handle(), CURLOPT_PROXY, static_cast<const char*>(address.isLoopback() ? "" : nullptr));
+    for (const LoopbackPort& one : options.connectTo) {
+        if (address.isLoopback() && one.from == port) {
+            const std::string route = host + ":" + std::to_string(one.from) + ":127.0.0.1:" + std::to_string(one.to);
             connectTo.reset(curl_slist_append(nullptr, route.c_str()));
-            set(handle, CURLOPT_CONNECT_TO, connectTo.get());
-            return;
+            break;
         }
     }
+    set(handle(), CURLOPT_CONNECT_TO, connectTo.get());
 }
 
 std::size_t CurlExchange::onHeader(char* text, std::size_t size, std::size_t count, void* self) {
@@ -167,7 +194,7 @@ std::size_t CurlExchange::onBody(char* text, std::size_t size, std::size_t count
     }
     try {
         if (body.empty()) {
-            const auto announced = info<curl_off_t>(exchange.handle, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T);
+            const auto announced = info<curl_off_t>(exchange.handle(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T);
             body.reserve(std::clamp(bytes(announced), length, std::size_t{1} << 20U) + spareBytes);
         }
         body.append(text, length);
@@ -179,7 +206,7 @@ std::size_t CurlExchange::onBody(char* text, std::size_t size, std::size_t count
 }
 
 HTTPTransport::Result CurlExchange::finish(CURLcode code) {
-    const long status = info<long>(handle, CURLINFO_RESPONSE_CODE);
+    const long status = info<long>(handle(), CURLINFO_RESPONSE_CODE);
     // An interim answer (1xx) is followed by the real one, unless the connection ends before.
     if (code != CURLE_OK || !headersAreWhole || status < 101 || (status > 101 && status < 200)) {
         return error(code);
@@ -190,11 +217,11 @@ HTTPTransport::Result CurlExchange::finish(CURLcode code) {
     HTTPResponse response;
     response.status = static_cast<int>(status);
     response.body = std::move(body);
-    response.bytesSent = static_cast<std::size_t>(info<long>(handle, CURLINFO_REQUEST_SIZE));
+    response.bytesSent = static_cast<std::size_t>(info<long>(handle(), CURLINFO_REQUEST_SIZE));
     if (request.body.size() >= bodySentWithHeaders) {
-        response.bytesSent += bytes(info<curl_off_t>(handle, CURLINFO_SIZE_UPLOAD_T));
+        response.bytesSent += bytes(info<curl_off_t>(handle(), CURLINFO_SIZE_UPLOAD_T));
     }
-    response.bytesReceived = headerBytes + bytes(info<curl_off_t>(handle, CURLINFO_SIZE_DOWNLOAD_T));
+    response.bytesReceived = headerBytes + bytes(info<curl_off_t>(handle(), CURLINFO_SIZE_DOWNLOAD_T));
     return response;
 }
 
@@ -206,7 +233,7 @@ TransportError CurlExchange::error(CURLcode code) const {
         result.message = "The answer is larger than 64 MiB, or its headers are larger than 256 KiB.";
         return result;
     }
-    const long tunnel = info<long>(handle, CURLINFO_HTTP_CONNECTCODE);
+    const long tunnel = info<long>(handle(), CURLINFO_HTTP_CONNECTCODE);
     result.kind = tunnel != 0 && tunnel != 200 ? TransportError::Kind::connection : kindOf(code);
     if (code == CURLE_OK) {
         result.message = "The connection ended before the answer's headers did";

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Platform/MainQueue.h"
+#include "Platform/Native/CurlAddress.h"
 #include "Platform/Native/CurlWorker.h"
 #include "Platform/Native/RequestCheck.h"
 
@@ -39,7 +40,8 @@ void CurlTransport::send(HTTPRequest request, Completion completion) {
     }
     const std::uint64_t number = ++lastNumber;
     waiting->completions.emplace(number, std::move(completion));
-    if (std::optional<TransportError> refusal = refusalOf(request)) {
+    CurlAddress address(request.url);
+    if (std::optional<TransportError> refusal = refusalOf(request, address)) {
         answer(number, std::move(*refusal));
         return;
     }
@@ -47,7 +49,7 @@ void CurlTransport::send(HTTPRequest request, Completion completion) {
         worker = std::make_unique<CurlWorker>(
             options, [this](std::uint64_t answered, Result result) { answer(answered, std::move(result)); });
     }
-    worker->add(number, std::move(request));
+    worker->add(number, std::move(request), std::move(address));
 }
 
 void CurlTransport::close() {

@@ -9,7 +9,7 @@
 namespace quorvane::platform::native {
 namespace {
 
-constexpr std::size_t mostIdleHandles = 4;
+constexpr std::size_t mostIdleExchanges = 4;
 constexpr long mostIdleConnections = 8;
 
 CURLM* makeMulti() {
@@ -29,20 +29,32 @@ CurlWorker::CurlWorker(const CurlOptions& theOptions, Deliver theDeliver)
       thread([this] { work(); }) {}
 
 CurlWorker::~CurlWorker() {
+    Waits waits = Waits::notAtAll;
     {
         const std::lock_guard lock(mutex);
         ending = true;
+        waits = waiting;
     }
-    curl_multi_wakeup(multi.get());
+    wake(waits);
     thread.join();
 }
 
-void CurlWorker::add(std::uint64_t number, HTTPRequest request) {
+void CurlWorker::add(std::uint64_t number, HTTPRequest request, CurlAddress address) {
+    Waits waits = Waits::notAtAll;
     {
         const std::lock_guard lock(mutex);
-        added.emplace_back(number, std::move(request));
+        added.push_back({number, std::move(request), std::move(address)});
+        waits = waiting;
     }
-    curl_multi_wakeup(multi.get());
+    wake(waits);
+}
+
+void CurlWorker::wake(Waits waits) {
+    if (waits == Waits::idly) {
+        changed.notify_one();
+    } else if (waits == Waits::forExchanges) {
+        curl_multi_wakeup(multi.get());
+    }
 }
 
 void CurlWorker::work() {
@@ -55,6 +67,9 @@ void CurlWorker::work() {
         int unfinished = 0;
         curl_multi_perform(multi.get(), &unfinished);
         finishEnded();
+        if (running.empty()) {
+            continue;
+        }
         // Comes back earlier for a socket, a timeout of libcurl's own and a wake-up.
         constexpr int longWhile = 60'000;
         curl_multi_poll(multi.get(), nullptr, 0, longWhile, nullptr);
@@ -66,42 +81,42 @@ void CurlWorker::work() {
 }
 
 bool CurlWorker::begin() {
-    std::vector<std::pair<std::uint64_t, HTTPRequest>> taken;
+    std::vector<Added> taken;
     {
-        const std::lock_guard lock(mutex);
+        std::unique_lock lock(mutex);
+        if (running.empty()) {
+            waiting = Waits::idly;
+            changed.wait(lock, [this] { return ending || !added.empty(); });
+        }
+        waiting = Waits::forExchanges;
         if (ending) {
             return false;
         }
         taken.swap(added);
     }
-    for (auto& [number, request] : taken) {
-        beginOne(number, std::move(request));
+    for (Added& one : taken) {
+        beginOne(std::move(one));
     }
     return true;
 }
 
-void CurlWorker::beginOne(std::uint64_t number, HTTPRequest request) {
-    Handle handle = freeHandle();
-    if (!handle) {
-        deliver(number, TransportError{TransportError::Kind::connection, "libcurl could not begin the request."});
+void CurlWorker::beginOne(Added one) {
+    Exchange exchange = freeExchange();
+    if (!exchange->begin(one.number, std::move(one.request), one.address) ||
+        curl_multi_add_handle(multi.get(), exchange->handle()) != CURLM_OK) {
+        deliver(one.number, TransportError{TransportError::Kind::connection, "libcurl could not begin the request."});
         return;
     }
-    CURL* const raw = handle.get();
-    auto exchange = std::make_unique<CurlExchange>(number, std::move(request), options, raw);
-    if (curl_multi_add_handle(multi.get(), raw) != CURLM_OK) {
-        deliver(number, TransportError{TransportError::Kind::connection, "libcurl could not begin the request."});
-        return;
-    }
-    running.emplace(raw, Running{std::move(handle), std::move(exchange)});
+    running.emplace(exchange->handle(), std::move(exchange));
 }
 
-CurlWorker::Handle CurlWorker::freeHandle() {
+CurlWorker::Exchange CurlWorker::freeExchange() {
     if (idle.empty()) {
-        return {curl_easy_init(), &curl_easy_cleanup};
+        return std::make_unique<CurlExchange>(options);
     }
-    Handle handle = std::move(idle.back());
+    Exchange exchange = std::move(idle.back());
     idle.pop_back();
-    return handle;
+    return exchange;
 }
 
 void CurlWorker::finishEnded() {
@@ -111,15 +126,17 @@ void CurlWorker::finishEnded() {
             continue;
         }
         const CURLcode code = message->data.result;
-        const auto found = running.find(message->easy_handle);
-        Running ended = std::move(found->second);
-        running.erase(found);
-        HTTPTransport::Result result = ended.exchange->finish(code);
-        curl_multi_remove_handle(multi.get(), ended.handle.get());
-        deliver(ended.exchange->number, std::move(result));
-        if (idle.size() < mostIdleHandles) {
-            curl_easy_reset(ended.handle.get());
-            idle.push_back(std::move(ended.handle));
+        auto ended = running.extract(message->easy_handle);
+        Exchange exchange = std::move(ended.mapped());
+        if (running.empty()) {
+            const std::lock_guard lock(mutex);
+            waiting = Waits::notAtAll;
+        }
+        HTTPTransport::Result result = exchange->finish(code);
+        curl_multi_remove_handle(multi.get(), exchange->handle());
+        deliver(exchange->number(), std::move(result));
+        if (exchange->servesAgain() && idle.size() < mostIdleExchanges) {
+            idle.push_back(std::move(exchange));
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -28,31 +29,46 @@ public:
     ~CurlWorker();
 
     /// Begins a request that has been checked. Safe from any thread.
-    void add(std::uint64_t number, HTTPRequest request);
+    void add(std::uint64_t number, HTTPRequest request, CurlAddress address);
 
 private:
-    using Handle = std::unique_ptr<CURL, void (*)(CURL*)>;
-    struct Running {
-        Handle handle;
-        std::unique_ptr<CurlExchange> exchange;
+    using Exchange = std::unique_ptr<CurlExchange>;
+    struct Added {
+        std::uint64_t number;
+        HTTPRequest request;
+        CurlAddress address;
     };
 
     void work();
-    /// Takes what was added. False when it is time to end.
+    /// What the worker waits for, or is about to wait for.
+    enum class Waits {
+        /// Nothing: it looks for what was added before it waits again.
+        notAtAll,
+        /// For something to do: on `changed`, which costs both threads less than a wake-up of libcurl's.
+        idly,
+        /// For what runs: in libcurl.
+        forExchanges,
+    };
+
+    /// Gets the worker out of the waiting that it was in.
+    void wake(Waits waits);
+    /// Takes what was added, and waits for that while nothing runs. False when it is time to end.
     bool begin();
-    void beginOne(std::uint64_t number, HTTPRequest request);
+    void beginOne(Added one);
     void finishEnded();
-    Handle freeHandle();
+    Exchange freeExchange();
 
     const CurlOptions& options;
     const Deliver deliver;
     std::unique_ptr<CURLM, CURLMcode (*)(CURLM*)> multi;
-    std::unordered_map<CURL*, Running> running;
-    /// Handles that wait for their next request.
-    std::vector<Handle> idle;
+    std::unordered_map<CURL*, Exchange> running;
+    /// Those that wait for their next request.
+    std::vector<Exchange> idle;
 
     std::mutex mutex;
-    std::vector<std::pair<std::uint64_t, HTTPRequest>> added;
+    std::condition_variable changed;
+    Waits waiting = Waits::notAtAll;
+    std::vector<Added> added;
     bool ending = false;
 
     std::thread thread;

@@ -117,15 +117,24 @@ std::string HostDevice::makeIdentifier() const {
 }
 
 std::string HostDevice::systemVersion() const {
-    utsname names{};
-    if (uname(&names) != 0) {
-        return "0";
+    const std::lock_guard lock(mutex);
+    if (version.empty()) {
+        utsname names{};
+        const std::string release = uname(&names) == 0 ? names.release : "0";
+        version = release.substr(0, release.find('-'));
     }
-    const std::string release = names.release;
-    return release.substr(0, release.find('-'));
+    return version;
 }
 
 std::string HostDevice::hardwareIdentifier() const {
+    const std::lock_guard lock(mutex);
+    if (hardware.empty()) {
+        hardware = readHardware();
+    }
+    return hardware;
+}
+
+std::string HostDevice::readHardware() const {
     for (const std::string& path : sources.model) {
         if (std::string model = beginning(path, 256); !model.empty()) {
             return model;

@@ -31,6 +31,7 @@ public:
 
 private:
     [[nodiscard]] std::string makeIdentifier() const;
+    [[nodiscard]] std::string readHardware() const;
     /// Writes @p made to the file. Answers what stands there now.
     [[nodiscard]] std::string keep(const std::string& made) const;
     [[nodiscard]] std::optional<std::string> keptIdentifier() const;
@@ -38,7 +39,10 @@ private:
     const std::string keptIn;
     const DeviceSources sources;
     mutable std::mutex mutex;
+    /// Each asked for once: they do not change while the program runs. Empty: not asked for yet.
     mutable std::string identifier;
+    mutable std::string version;
+    mutable std::string hardware;
 };
 
 } // namespace quorvane::platform::native

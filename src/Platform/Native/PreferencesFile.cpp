@@ -1,5 +1,6 @@
 #include "Platform/Native/PreferencesFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -197,6 +198,8 @@ void PreferencesFile::close() {
     for (sqlite3_stmt** statement : {&select, &upsert, &erase}) {
         sqlite3_finalize(std::exchange(*statement, nullptr));
     }
+    indexHead = nullptr;
+    knownAt.reset();
     sqlite3_close(std::exchange(database, nullptr));
 }
 
@@ -242,7 +245,46 @@ FileOutcome PreferencesFile::check() {
     return result;
 }
 
+std::optional<PreferencesFile::Stamp> PreferencesFile::stamp() {
+    if (indexHead == nullptr) {
+        sqlite3_file* file = nullptr;
+        volatile void* head = nullptr;
+        // The first region of the index, which is there since the first read, unless the file system has no shared
+        // memory to offer; it is mapped for as long as the file is open. A commit writes its head last.
+        constexpr int regionSize = 32 * 1024;
+        if (access((path + "-shm").c_str(), F_OK) != 0 ||
+            sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+            file->pMethods == nullptr || file->pMethods->iVersion < 2 || file->pMethods->xShmMap == nullptr ||
+            file->pMethods->xShmMap(file, 0, regionSize, 0, &head) != SQLITE_OK || head == nullptr) {
+            return std::nullopt;
+        }
+        indexHead = static_cast<const volatile std::uint32_t*>(head);
+    }
+    Stamp result{};
+    std::copy(indexHead, indexHead + result.size(), result.begin());
+    return result;
+}
+
 FileOutcome PreferencesFile::read(std::string_view key, StoredValue& value) {
+    const std::optional<Stamp> before = stamp();
+    if (before && before == knownAt) {
+        if (const auto found = known.find(key); found != known.end()) {
+            value = found->second;
+            return FileOutcome::done;
+        }
+    }
+    const FileOutcome result = readRow(key, value);
+    if (result == FileOutcome::done && before && before == stamp()) {
+        if (before != knownAt) {
+            known.clear();
+            knownAt = before;
+        }
+        known.emplace(key, value);
+    }
+    return result;
+}
+
+FileOutcome PreferencesFile::readRow(std::string_view key, StoredValue& value) {
     value = {};
     const Use use(select);
     bindText(select, 1, key);

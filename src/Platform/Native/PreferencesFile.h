@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -61,6 +63,12 @@ public:
 
 private:
     struct Lock;
+    /// Changes with every write to the file, by whichever process.
+    using Stamp = std::array<std::uint32_t, 12>;
+
+    /// None when the file's state cannot be told.
+    [[nodiscard]] std::optional<Stamp> stamp();
+    FileOutcome readRow(std::string_view key, StoredValue& value);
     FileOutcome openLocked();
     FileOutcome execute(const char* sql);
     FileOutcome check();
@@ -72,6 +80,11 @@ private:
     sqlite3_stmt* select = nullptr;
     sqlite3_stmt* upsert = nullptr;
     sqlite3_stmt* erase = nullptr;
+    /// The head of the log's index, in memory that all processes on the file share.
+    const volatile std::uint32_t* indexHead = nullptr;
+    /// What was read while the file was as this stamp says.
+    std::map<std::string, StoredValue, std::less<>> known;
+    std::optional<Stamp> knownAt;
     /// The file's number on its file system when it was opened; 0 when it is not known.
     std::uint64_t fileNumber = 0;
     std::string lastReason;

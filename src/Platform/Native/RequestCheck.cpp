@@ -5,8 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "Platform/Native/CurlAddress.h"
-
 namespace quorvane::platform::native {
 namespace {
 
@@ -27,7 +25,7 @@ TransportError invalid(std::string message) {
 
 } // namespace
 
-std::optional<TransportError> refusalOf(const HTTPRequest& request) {
+std::optional<TransportError> refusalOf(const HTTPRequest& request, const CurlAddress& address) {
     if (std::find(methods.begin(), methods.end(), request.method) == methods.end()) {
         return invalid("The request's method is none of GET, POST, PUT and DELETE.");
     }
@@ -39,7 +37,7 @@ std::optional<TransportError> refusalOf(const HTTPRequest& request) {
             return invalid("The value of the request's header " + name + " holds a line break or a zero byte.");
         }
     }
-    if (!CurlAddress(request.url).isValid()) {
+    if (!address.isValid()) {
         return invalid("The request's address is no absolute http or https address.");
     }
     return std::nullopt;

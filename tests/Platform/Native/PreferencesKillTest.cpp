@@ -118,6 +118,21 @@ TEST_F(NativePreferencesKill, NothingThatWasStoredIsLostWhenTheProcessIsKilledAt
                     kills, static_cast<long long>(known), static_cast<long long>(unannounced), beforeTheFirst));
 }
 
+TEST_F(NativePreferencesKill, AnotherProcessReadsEachNumberAsSoonAsItIsStored) {
+    const auto store = open();
+    const Writer writer(path, true);
+
+    for (int i = 0; i < 2000; ++i) {
+        // The second reading is of what the first one has fetched, unless another number was stored in between.
+        const std::int64_t before = store->integer("number").value_or(0);
+        EXPECT_GE(store->integer("number").value_or(0), before);
+        const std::optional<std::int64_t> stored = writer.next();
+        ASSERT_TRUE(stored);
+        ASSERT_GE(store->integer("number").value_or(0), *stored);
+    }
+    static_cast<void>(writer.kill());
+}
+
 TEST_F(NativePreferencesKill, TwoProcessesThatWriteAtOnceLoseNothingEither) {
     for (int round = 0; round < 10; ++round) {
         const auto own = open();
