@@ -50,7 +50,9 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
             row.result.error = run.error_message;
             continue;
         }
-        const double nanoseconds = run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9;
+        const bool isOnTheWall = run.run_name.time_type == "real_time";
+        const double seconds = isOnTheWall ? run.real_accumulated_time : run.cpu_accumulated_time;
+        const double nanoseconds = seconds / static_cast<double>(run.iterations) * 1e9;
         row.result.nanoseconds = std::min(row.result.nanoseconds, nanoseconds);
         for (const auto& [counter, value] : run.counters) {
             row.result.counters[counter] = value;

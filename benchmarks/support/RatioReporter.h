@@ -12,7 +12,7 @@ namespace quorvane {
 /// Prints one table at the end. A benchmark called "decode/50/ours" belongs to the group "decode/50"; the first
 /// registered of a group is its measure, 1.00, and a larger ratio is faster. Of several repetitions the fastest counts:
 /// whatever else runs on the machine only adds time. Time is the CPU time of the measured thread, or of the process
-/// where the benchmark asks for that. A counter of a benchmark ("allocations") stands beside it.
+/// or on the wall where the benchmark asks for that. A counter of a benchmark ("allocations") stands beside it.
 class RatioReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& context) override;
