@@ -21,6 +21,7 @@ SimulatedPlatform::SimulatedPlatform(const SimulatedOptions& options)
                         [this](std::string_view line) { simulatedApplication.standardOutput(line); }),
       memoryFiles(simulatedClock, options.files),
       simulatedRandom(options.seed),
+      fixedLocations(simulatedQueue),
       scriptedTransport(simulatedQueue) {
     if (options.transport) {
         scriptedTransport.setRealTransport(options.transport(*this));

@@ -42,6 +42,7 @@ struct NativePlatform::Parts {
           files(within(home, "caches"), within(home, "staging")),
           preferences(openPreferences(home, [this](std::string_view line) { application.standardOutput(line); })),
           device(home.empty() ? std::string() : within(home, "device-id")),
+          locationManagers(*queue),
           transport(*queue, {std::move(options.connectTo), std::move(options.certificateFile)}) {}
 
     const std::string home;
