@@ -1,8 +1,11 @@
 #include "Platform/Native/CurlAddress.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
+#include <curl/curl.h>
 #include <strings.h>
 
 namespace quorvane::platform::native {
@@ -19,7 +22,8 @@ std::string part(CURLU* handle, CURLUPart which, unsigned int flags = 0) {
 
 } // namespace
 
-CurlAddress::CurlAddress(const std::string& url) : handle(curl_url(), &curl_url_cleanup) {
+CurlAddress::CurlAddress(const std::string& url) {
+    const std::unique_ptr<CURLU, void (*)(CURLU*)> handle(curl_url(), &curl_url_cleanup);
     const bool holdsZero = url.find('\0') != std::string::npos;
     if (holdsZero || !handle || curl_url_set(handle.get(), CURLUPART_URL, url.c_str(), CURLU_PATH_AS_IS) != CURLUE_OK) {
         return;
@@ -40,6 +44,20 @@ bool CurlAddress::isLoopback() const {
                              (name.size() == local.size() || name[name.size() - local.size() - 1] == '.');
     return endsInLocal || host == "[::1]" ||
            (name.starts_with("127.") && name.find_first_not_of("0123456789.") == std::string_view::npos);
+}
+
+const CurlAddress& CurlAddressReader::read(const std::string& url) {
+    const bool isBehindOrigin = !origin.empty() && url.starts_with(origin) && url.size() > origin.size() &&
+                                url[origin.size()] == '/' &&
+                                std::all_of(url.begin() + static_cast<std::ptrdiff_t>(origin.size()), url.end(),
+                                            [](char c) { return c > ' ' && c <= '~'; });
+    if (!isBehindOrigin) {
+        last = CurlAddress(url);
+        const std::size_t scheme = url.find("://");
+        const std::size_t path = last.isValid() ? url.find('/', scheme + 3) : std::string::npos;
+        origin = path != std::string::npos && path > scheme + 3 ? url.substr(0, path) : "";
+    }
+    return last;
 }
 
 } // namespace quorvane::platform::native

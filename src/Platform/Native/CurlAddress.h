@@ -1,10 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
-
-#include <curl/curl.h>
 
 namespace quorvane::platform::native {
 
@@ -20,7 +17,17 @@ public:
     /// As in the address; an IPv6 address in brackets.
     std::string host;
     std::uint16_t port = 0;
-    std::unique_ptr<CURLU, void (*)(CURLU*)> handle;
+};
+
+/// Takes addresses apart. Those of one service differ behind its name only, so what was found for the last one holds.
+class CurlAddressReader {
+public:
+    [[nodiscard]] const CurlAddress& read(const std::string& url);
+
+private:
+    /// Scheme and authority of the last address that was valid; its path began behind them.
+    std::string origin;
+    CurlAddress last{""};
 };
 
 } // namespace quorvane::platform::native

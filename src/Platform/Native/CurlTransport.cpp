@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "Platform/MainQueue.h"
-#include "Platform/Native/CurlAddress.h"
 #include "Platform/Native/CurlWorker.h"
 #include "Platform/Native/RequestCheck.h"
 
@@ -40,7 +39,7 @@ void CurlTransport::send(HTTPRequest request, Completion completion) {
     }
     const std::uint64_t number = ++lastNumber;
     waiting->completions.emplace(number, std::move(completion));
-    CurlAddress address(request.url);
+    const CurlAddress& address = addresses.read(request.url);
     if (std::optional<TransportError> refusal = refusalOf(request, address)) {
         answer(number, std::move(*refusal));
         return;
@@ -49,7 +48,7 @@ void CurlTransport::send(HTTPRequest request, Completion completion) {
         worker = std::make_unique<CurlWorker>(
             options, [this](std::uint64_t answered, Result result) { answer(answered, std::move(result)); });
     }
-    worker->add(number, std::move(request), std::move(address));
+    worker->add(number, std::move(request), address);
 }
 
 void CurlTransport::close() {

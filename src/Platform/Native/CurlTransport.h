@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/HTTPTransport.h"
+#include "Platform/Native/CurlAddress.h"
 #include "Platform/Native/NativePlatform.h"
 
 namespace quorvane::platform {
@@ -48,6 +49,7 @@ private:
     const std::shared_ptr<Waiting> waiting = std::make_shared<Waiting>();
     std::uint64_t lastNumber = 0;
     bool closed = false;
+    CurlAddressReader addresses;
     std::unique_ptr<CurlWorker> worker;
 };
 

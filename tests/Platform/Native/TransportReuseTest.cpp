@@ -89,6 +89,16 @@ TEST_F(NativeTransportReuse, TheRouteIsThatOfEachRequest) {
     EXPECT_EQ(server.requests().size(), 4U);
 }
 
+TEST_F(NativeTransportReuse, AnAddressIsCheckedEachTime) {
+    EXPECT_EQ(status(get(server.url("/good"))), 200);
+    for (const char* const bad : {"/a b", "/a\nb", "/\x01"}) {
+        EXPECT_TRUE(failedAs(get(server.url(bad)), Kind::invalidRequest));
+    }
+    EXPECT_TRUE(failedAs(get(server.url("") + "0000/x"), Kind::invalidRequest));
+    EXPECT_EQ(status(get(server.url("/good?again"))), 200);
+    EXPECT_EQ(server.requests().size(), 2U);
+}
+
 TEST_F(NativeTransportReuse, ARequestThatIsSentByACompletionIsAnswered) {
     int answers = 0;
     std::function<void(Result)> again = [&](const Result& result) {
