@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <limits>
 
 #include "Platform/Clock.h"
 
@@ -36,6 +36,9 @@ struct Location {
     /// Metres along the great circle to @p other.
     [[nodiscard]] double distance(const Location& other) const;
 };
+
+/// The largest distance there is, in metres: farther than any two points are apart.
+inline constexpr double maximumDistance = (std::numeric_limits<double>::max)();
 
 /// Metres along the great circle between two points, on a sphere of the mean earth radius, 6,371,008.8 m (IUGG 1980),
 /// by the haversine formula. The result is finite for finite arguments, valid or not.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -22,9 +21,6 @@ struct DesiredAccuracy {
 
 /// A distance filter that lets every fix pass.
 inline constexpr double noDistanceFilter = -1;
-
-/// The largest distance there is, in metres: farther than any two points are apart.
-inline constexpr double maximumDistance = (std::numeric_limits<double>::max)();
 
 /// One user of the device's location services. Main thread only. Every implementation promises:
 /// - The delegate is called on the main queue and never inside a call of the manager; after `setDelegate` its former
