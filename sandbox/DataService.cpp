@@ -2,6 +2,10 @@
 
 #include <string>
 #include <string_view>
+#include <tuple>
+
+#include "sandbox/Access.h"
+#include "sandbox/TaskText.h"
 
 namespace quorvane::sandbox {
 namespace {
@@ -50,25 +54,8 @@ Answer listOf(const std::vector<std::string>& objects) {
 
 } // namespace
 
-void DataService::authorize(const Request& request) {
-    constexpr std::string_view scheme = "Bearer ";
-    if (request.authorization.empty()) {
-        throw Refusal(401, "missing_token", "The header \"Authorization\" is missing.");
-    }
-    if (!request.authorization.starts_with(scheme)) {
-        throw Refusal(401, "invalid_token", "The header \"Authorization\" must be \"Bearer\", a blank and a token.");
-    }
-    const std::string token = request.authorization.substr(scheme.size());
-    if (request.expireCredential) {
-        tokens.expire(token);
-    }
-    if (!tokens.accepts(token)) {
-        throw Refusal(401, "invalid_token", "The access token is not known or has expired.");
-    }
-}
-
 Answer DataService::configuration(const Request& request) {
-    authorize(request);
+    std::ignore = authorize(request, tokens);
     for (const std::string_view name : {"deviceId", "installId", "userId"}) {
         required(request.query, name);
     }
@@ -76,12 +63,14 @@ Answer DataService::configuration(const Request& request) {
 }
 
 Answer DataService::places(const Request& request) {
-    authorize(request);
-    return listOf(store.places(circleOf(request.query)));
+    const Grant grant = authorize(request, tokens);
+    const Circle circle = circleOf(request.query);
+    notePosition(grant.user, circle);
+    return listOf(store.places(circle));
 }
 
 Answer DataService::tasks(const Request& request) {
-    authorize(request);
+    const Grant grant = authorize(request, tokens);
     const Query& query = request.query;
     const auto campaign = query.value("cid");
     const auto place = query.value("lid");
@@ -90,12 +79,29 @@ Answer DataService::tasks(const Request& request) {
         1) {
         refuse(R"(Tasks are found by "lat", "lng" and "rad", or by "cid", or by "lid".)");
     }
+    std::vector<FoundTask> found;
     if (hasPoint) {
-        return listOf(store.tasks(circleOf(query)));
+        const Circle circle = circleOf(query);
+        notePosition(grant.user, circle);
+        found = store.tasks(circle);
+    } else {
+        (void)query.number("min", 0, largestRadius);
+        found = campaign ? store.tasksOfCampaign(required(query, "cid")) : store.tasksOfPlace(required(query, "lid"));
     }
-    (void)query.number("min", 0, largestRadius);
-    return listOf(campaign ? store.tasksOfCampaign(required(query, "cid"))
-                           : store.tasksOfPlace(required(query, "lid")));
+    const Transaction transaction(database);
+    const auto mine = claims.claims(grant.user);
+    std::vector<std::string> objects;
+    for (const FoundTask& task : found) {
+        const auto claim = mine.find(task.number);
+        objects.push_back(claim == mine.end() ? taskText(task) : taskText(task, claim->second));
+    }
+    return listOf(objects);
+}
+
+void DataService::notePosition(const std::string& user, const Circle& circle) {
+    Transaction transaction(database);
+    claims.setPosition(user, circle.center);
+    transaction.commit();
 }
 
 } // namespace quorvane::sandbox

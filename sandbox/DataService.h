@@ -2,6 +2,7 @@
 
 #include "sandbox/Message.h"
 #include "sandbox/PlaceStore.h"
+#include "sandbox/TaskStore.h"
 #include "sandbox/TokenStore.h"
 
 namespace quorvane::sandbox {
@@ -9,7 +10,8 @@ namespace quorvane::sandbox {
 /// Configuration, places and tasks, for holders of a valid access token. Safe from any thread.
 class DataService {
 public:
-    DataService(PlaceStore& thePlaces, TokenStore& theTokens) : store(thePlaces), tokens(theTokens) {}
+    DataService(Database& theDatabase, PlaceStore& thePlaces, TokenStore& theTokens)
+        : database(theDatabase), store(thePlaces), claims(theDatabase), tokens(theTokens) {}
 
     /// GET /config
     Answer configuration(const Request& request);
@@ -19,10 +21,12 @@ public:
     Answer tasks(const Request& request);
 
 private:
-    /// Refuses with 401 a request without a valid access token.
-    void authorize(const Request& request);
+    /// Where the user of a search is from now on.
+    void notePosition(const std::string& user, const Circle& circle);
 
+    Database& database;
     PlaceStore& store;
+    TaskStore claims;
     TokenStore& tokens;
 };
 

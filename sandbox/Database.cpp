@@ -13,7 +13,7 @@ namespace {
 
 /// Marks a file as a store of this program ("QVSB"), and the layout of its tables.
 constexpr std::int64_t applicationID = 0x51565342;
-constexpr std::int64_t layoutVersion = 1;
+constexpr std::int64_t layoutVersion = 2;
 
 constexpr const char* layout = R"(
     CREATE TABLE settings (name TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID;
@@ -26,8 +26,15 @@ constexpr const char* layout = R"(
     CREATE TABLE places (id INTEGER PRIMARY KEY, latitude REAL NOT NULL, longitude REAL NOT NULL, body TEXT NOT NULL);
     CREATE VIRTUAL TABLE places_area USING rtree(id, south, north, west, east);
     CREATE TABLE tasks (id INTEGER PRIMARY KEY, latitude REAL NOT NULL, longitude REAL NOT NULL, body TEXT NOT NULL,
-                        state TEXT NOT NULL, campaign TEXT NOT NULL, place_id TEXT NOT NULL, place_key TEXT NOT NULL);
+                        key TEXT NOT NULL UNIQUE, state TEXT NOT NULL, campaign TEXT NOT NULL, place_id TEXT NOT NULL, place_key TEXT NOT NULL);
     CREATE VIRTUAL TABLE tasks_area USING rtree(id, south, north, west, east);
+    CREATE TABLE positions (user TEXT PRIMARY KEY, latitude REAL NOT NULL, longitude REAL NOT NULL) WITHOUT ROWID;
+    CREATE TABLE claims (number INTEGER PRIMARY KEY, task INTEGER NOT NULL, user TEXT NOT NULL, state TEXT NOT NULL,
+                         next TEXT NOT NULL, score INTEGER NOT NULL, claimed INTEGER NOT NULL,
+                         completed INTEGER NOT NULL, UNIQUE (task, user));
+    CREATE TABLE responses (number INTEGER PRIMARY KEY, claim INTEGER NOT NULL, question TEXT NOT NULL,
+                            content TEXT NOT NULL, body TEXT NOT NULL, photo TEXT NOT NULL, UNIQUE (claim, question));
+    CREATE TABLE photos (id TEXT PRIMARY KEY, type TEXT NOT NULL, bytes BLOB NOT NULL);
 )";
 
 [[noreturn]] void fail(sqlite3* database) {
@@ -86,6 +93,12 @@ Statement& Statement::bind(std::int64_t number) {
     return *this;
 }
 
+Statement& Statement::bindBytes(std::string_view bytes) {
+    const char* address = bytes.empty() ? "" : bytes.data();
+    check(database, sqlite3_bind_blob64(statement.get(), ++bound, address, bytes.size(), SQLITE_TRANSIENT)); // NOLINT
+    return *this;
+}
+
 Statement& Statement::bind(double number) {
     check(database, sqlite3_bind_double(statement.get(), ++bound, number));
     return *this;
@@ -116,6 +129,12 @@ std::int64_t Statement::integer(int column) const {
 
 double Statement::real(int column) const {
     return sqlite3_column_double(statement.get(), column);
+}
+
+std::string Statement::bytes(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement.get(), column));
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
+    return bytes == nullptr ? std::string() : std::string(bytes, size);
 }
 
 std::variant<std::unique_ptr<Database>, std::string> Database::open(const std::string& path) {

@@ -28,6 +28,7 @@ public:
     Statement& bind(const char* text) { return bind(std::string_view(text)); }
     Statement& bind(std::int64_t number);
     Statement& bind(double number);
+    Statement& bindBytes(std::string_view bytes);
 
     /// Goes to the next row; false when there is none.
     bool step();
@@ -36,6 +37,7 @@ public:
     [[nodiscard]] std::string text(int column) const;
     [[nodiscard]] std::int64_t integer(int column) const;
     [[nodiscard]] double real(int column) const;
+    [[nodiscard]] std::string bytes(int column) const;
 
 private:
     struct Finalizer {

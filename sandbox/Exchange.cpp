@@ -53,13 +53,13 @@ void Exchange::get_local_ip_and_port(std::string& ip, int& port) const {
     get_remote_ip_and_port(ip, port);
 }
 
-void Exchange::acceptHead(httplib::Request& request) {
+void Exchange::acceptHead(httplib::Request& request, std::size_t longestBody) {
     state = ReadState::body;
     record.method = request.method;
     record.target = request.target;
     record.headers.assign(request.headers.begin(), request.headers.end());
     try {
-        bodySize = bodySizeOf(head, request);
+        bodySize = bodySizeOf(head, request, longestBody);
     } catch (const Refusal& refusal) {
         problem = refusal;
         // What follows the head is not read, so it cannot be told from a next request.

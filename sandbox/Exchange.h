@@ -31,7 +31,7 @@ public:
     [[nodiscard]] socket_t socket() const override { return connection.descriptor(); }
 
     /// The head was read: finds out what is wrong with it and prepares the request for the server.
-    void acceptHead(httplib::Request& request);
+    void acceptHead(httplib::Request& request, std::size_t longestBody);
 
     /// Reads what follows an accepted head; false when it does not come.
     bool readBody();

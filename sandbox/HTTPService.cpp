@@ -13,6 +13,7 @@
 #include "sandbox/Connection.h"
 #include "sandbox/ConnectionThreads.h"
 #include "sandbox/Exchange.h"
+#include "sandbox/RoutePath.h"
 
 namespace quorvane::sandbox {
 namespace {
@@ -36,13 +37,18 @@ private:
     ConnectionThreads& threads;
 };
 
+/// The path as it was sent.
+std::string pathOf(const httplib::Request& request) {
+    return request.target.substr(0, request.target.find('?'));
+}
+
 void write(httplib::Response& response, const Answer& answer) {
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers) {
         response.set_header(name, value);
     }
     const bool hasBody = answer.status != 204 && answer.status != 205 && answer.status != 304;
-    response.set_content(hasBody ? answer.body : "", "application/json");
+    response.set_content(hasBody ? answer.body : "", answer.contentType);
 }
 
 std::string bindProblem(int port, int error) {
@@ -120,8 +126,9 @@ private:
             Exchange exchange(connection);
             current = &exchange;
             bool isClosing = false;
-            const bool isGood = process_request(exchange, false, isClosing,
-                                                [&](httplib::Request& request) { exchange.acceptHead(request); });
+            const bool isGood = process_request(exchange, false, isClosing, [&](httplib::Request& request) {
+                exchange.acceptHead(request, longestBodyOf(request));
+            });
             current = nullptr;
             if (!exchange.finish(isGood && !isClosing, setup.name, setup.record)) {
                 break;
@@ -147,18 +154,33 @@ private:
         return false;
     }
 
-    [[nodiscard]] const Route* findRoute(const httplib::Request& request) const {
-        const auto route = std::find_if(setup.routes.begin(), setup.routes.end(), [&](const Route& candidate) {
-            return candidate.path == request.path && candidate.method == request.method;
-        });
-        return route == setup.routes.end() ? nullptr : &*route;
+    struct Match {
+        const Route* route = nullptr;
+        std::vector<std::string> wildcards;
+    };
+
+    /// Throws a `Refusal` when there is none.
+    [[nodiscard]] Match routeOf(const httplib::Request& request) const {
+        const std::string path = pathOf(request);
+        bool isPath = false;
+        for (const Route& route : setup.routes) {
+            if (auto wildcards = matchPath(route.path, path)) {
+                isPath = true;
+                if (route.method == request.method) {
+                    return {&route, std::move(*wildcards)};
+                }
+            }
+        }
+        throw isPath ? Refusal(405, "method_not_allowed", "This path does not take this method.")
+                     : Refusal(404, "not_found", "There is nothing under this path.");
     }
 
-    [[nodiscard]] Refusal noRoute(const httplib::Request& request) const {
-        const bool isPath = std::any_of(setup.routes.begin(), setup.routes.end(),
-                                        [&](const Route& route) { return route.path == request.path; });
-        return isPath ? Refusal(405, "method_not_allowed", "This path does not take this method.")
-                      : Refusal(404, "not_found", "There is nothing under this path.");
+    [[nodiscard]] std::size_t longestBodyOf(const httplib::Request& request) const {
+        try {
+            return routeOf(request).route->longestBody;
+        } catch (const Refusal&) {
+            return Route().longestBody;
+        }
     }
 
     Answer answerTo(const httplib::Request& request) {
@@ -196,18 +218,17 @@ private:
 
     Answer carryOut(const httplib::Request& request, bool expireCredential) const {
         try {
-            const Route* route = findRoute(request);
-            if (route == nullptr) {
-                return answerFor(noRoute(request));
-            }
-            return route->handle({.method = request.method,
-                                  .path = request.path,
-                                  .query = Query::parse(request.target),
-                                  .authorization = request.get_header_value("Authorization"),
-                                  .contentType = request.get_header_value("Content-Type"),
-                                  .contentEncoding = request.get_header_value("Content-Encoding"),
-                                  .body = current->record.body,
-                                  .expireCredential = expireCredential});
+            Match match = routeOf(request);
+            return match.route->handle({.method = request.method,
+                                        .path = pathOf(request),
+                                        .wildcards = std::move(match.wildcards),
+                                        .query = Query::parse(request.target),
+                                        .authorization = request.get_header_value("Authorization"),
+                                        .contentType = request.get_header_value("Content-Type"),
+                                        .contentEncoding = request.get_header_value("Content-Encoding"),
+                                        .body = current->record.body,
+                                        .port = setup.port,
+                                        .expireCredential = expireCredential});
         } catch (const Refusal& refusal) {
             return answerFor(refusal);
         } catch (const std::exception& error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -16,8 +17,11 @@ namespace quorvane::sandbox {
 /// One operation of a service. `handle` runs on any of several threads and may throw a `Refusal`.
 struct Route {
     std::string method;
+    /// "*" stands for any one segment that is not empty.
     std::string path;
     std::function<Answer(const Request&)> handle;
+    /// Bytes.
+    std::size_t longestBody = std::size_t{1} << 20U;
 };
 
 /// Serves routes on a port of the loopback interface, until it is destroyed. Whatever arrives is answered with JSON;

@@ -70,21 +70,6 @@ std::string redirectURI(const auto& source) {
     return redirect;
 }
 
-json::Dictionary fieldsOf(const Request& request) {
-    const std::string& type = request.contentType;
-    if (!request.contentEncoding.empty() || type.substr(0, type.find(';')) != "application/json") {
-        throw Refusal(415, "unsupported_media_type", "The body must be plain \"application/json\".");
-    }
-    try {
-        if (auto dictionary = json::Document::parse(request.body).dictionary()) {
-            return *dictionary;
-        }
-    } catch (const json::DecodingError& error) {
-        refuse("The body is no JSON: " + std::string(error.what()));
-    }
-    refuse("The body must be a JSON object.");
-}
-
 void checkVerifier(const std::string& verifier) {
     if (verifier.size() < shortestVerifier || verifier.size() > longestVerifier ||
         !std::all_of(verifier.begin(), verifier.end(), isUnreserved)) {
@@ -128,7 +113,7 @@ Answer IdentityService::authorize(const Request& request) {
 
 Answer IdentityService::token(const Request& request) {
     refuseExpired(request);
-    const json::Dictionary fields = fieldsOf(request);
+    const json::Dictionary fields = *bodyOf(request).dictionary();
     const auto source = [&](std::string_view name) -> std::optional<std::string> {
         const auto value = fields.value(name);
         if (!value) {

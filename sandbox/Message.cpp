@@ -8,20 +8,19 @@
 #include "JSON/UTF8.h"
 
 namespace quorvane::sandbox {
-namespace {
 
-std::string decoded(std::string_view text) {
+std::string percentDecoded(std::string_view text, Plus plus) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '+') {
+        if (text[i] == '+' && plus == Plus::isBlank) {
             result += ' ';
         } else if (text[i] == '%') {
             unsigned value = 0;
             const std::string_view digits = text.substr(i + 1, 2);
             const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
             if (digits.size() != 2 || error != std::errc() || end != digits.data() + 2) {
-                throw Refusal(400, "invalid_request", "A percent sign in the query is not followed by two digits.");
+                throw Refusal(400, "invalid_request", "A percent sign in the target is not followed by two digits.");
             }
             result += static_cast<char>(value);
             i += 2;
@@ -30,12 +29,10 @@ std::string decoded(std::string_view text) {
         }
     }
     if (!json::isValidUTF8(result)) {
-        throw Refusal(400, "invalid_request", "The query is not UTF-8.");
+        throw Refusal(400, "invalid_request", "The target is not UTF-8.");
     }
     return result;
 }
-
-} // namespace
 
 Query Query::parse(std::string_view target) {
     Query query;
@@ -46,8 +43,8 @@ Query Query::parse(std::string_view target) {
         rest.remove_prefix(std::min(rest.size(), item.size() + 1));
         if (!item.empty()) {
             const auto equals = std::min(item.find('='), item.size());
-            query.items.emplace_back(decoded(item.substr(0, equals)),
-                                     decoded(item.substr(std::min(item.size(), equals + 1))));
+            query.items.emplace_back(percentDecoded(item.substr(0, equals), Plus::isBlank),
+                                     percentDecoded(item.substr(std::min(item.size(), equals + 1)), Plus::isBlank));
         }
     }
     return query;
@@ -100,6 +97,22 @@ Answer answerFor(const Refusal& refusal) {
 
 Answer answerWith(AnyCodable::Dictionary body) {
     return Answer{.body = json::writeExactly(AnyCodable(std::move(body)))};
+}
+
+json::Document bodyOf(const Request& request) {
+    const std::string& type = request.contentType;
+    if (!request.contentEncoding.empty() || type.substr(0, type.find(';')) != "application/json") {
+        throw Refusal(415, "unsupported_media_type", "The body must be plain \"application/json\".");
+    }
+    try {
+        auto document = json::Document::parse(std::string(request.body));
+        if (document.dictionary()) {
+            return document;
+        }
+    } catch (const json::DecodingError& error) {
+        throw Refusal(400, "invalid_request", "The body is no JSON: " + std::string(error.what()));
+    }
+    throw Refusal(400, "invalid_request", "The body must be a JSON object.");
 }
 
 } // namespace quorvane::sandbox

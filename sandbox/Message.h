@@ -8,8 +8,14 @@
 #include <vector>
 
 #include "JSON/AnyCodable.h"
+#include "JSON/JSON.h"
 
 namespace quorvane::sandbox {
+
+enum class Plus { isBlank, isPlus };
+
+/// "%41" as "A". Throws a `Refusal` for a percent sign without two hexadecimal digits and for text that is no UTF-8.
+[[nodiscard]] std::string percentDecoded(std::string_view text, Plus plus);
 
 /// The query of a request, decoded: "%41" and "+" as they are meant.
 class Query {
@@ -29,13 +35,19 @@ private:
 /// A request as a service sees it.
 struct Request {
     std::string method;
+    /// As it was sent.
     std::string path;
+    /// What stands in the path for each "*" of the route's, decoded.
+    std::vector<std::string> wildcards;
     Query query;
     std::string authorization;
     /// As in "Content-Type" and "Content-Encoding".
     std::string contentType;
     std::string contentEncoding;
-    std::string body;
+    /// Lives as long as the request is carried out.
+    std::string_view body;
+    /// The port that the service listens on.
+    int port = 0;
     /// A fault asks that the credential of this request be expired.
     bool expireCredential = false;
 };
@@ -43,6 +55,7 @@ struct Request {
 struct Answer {
     int status = 200;
     std::string body;
+    std::string contentType = "application/json";
     std::vector<std::pair<std::string, std::string>> headers;
 };
 
@@ -60,5 +73,8 @@ public:
 [[nodiscard]] std::string errorBody(std::string_view error, std::string_view description);
 [[nodiscard]] Answer answerFor(const Refusal& refusal);
 [[nodiscard]] Answer answerWith(AnyCodable::Dictionary body);
+
+/// The body as a JSON object. Throws a `Refusal` for any other body.
+[[nodiscard]] json::Document bodyOf(const Request& request);
 
 } // namespace quorvane::sandbox

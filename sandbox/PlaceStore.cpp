@@ -2,18 +2,10 @@
 
 #include <utility>
 
-#include "JSON/NumberText.h"
 #include "sandbox/AreaSearch.h"
 
 namespace quorvane::sandbox {
 namespace {
-
-constexpr double milesPerMetre = 0.6213712 / 1000;
-
-/// The stored object with what depends on the request in front.
-std::string taskAt(double metres, const std::string& state, const std::string& body) {
-    return R"({"distance":)" + json::textOf(metres * milesPerMetre) + R"(,"state":")" + state + "\"," + body.substr(1);
-}
 
 template <class Stored>
 void insertArea(Database& database, const std::string& table, const Stored& item) {
@@ -26,10 +18,16 @@ void insertArea(Database& database, const std::string& table, const Stored& item
         .run();
 }
 
-std::vector<std::string> withoutDistance(Statement& rows) {
-    std::vector<std::string> tasks;
+constexpr auto taskColumns = "SELECT id, body, state FROM tasks ";
+
+FoundTask taskIn(const Statement& row) {
+    return {.number = row.integer(0), .body = row.text(1), .state = row.text(2)};
+}
+
+std::vector<FoundTask> tasksIn(Statement& rows) {
+    std::vector<FoundTask> tasks;
     while (rows.step()) {
-        tasks.push_back(taskAt(0, "generated", rows.text(0)));
+        tasks.push_back(taskIn(rows));
     }
     return tasks;
 }
@@ -39,7 +37,9 @@ std::vector<std::string> withoutDistance(Statement& rows) {
 void PlaceStore::replace(const std::vector<StoredPlace>& places, const std::vector<StoredTask>& tasks,
                          const std::string& origin) {
     Transaction transaction(database);
-    database.execute("DELETE FROM places; DELETE FROM places_area; DELETE FROM tasks; DELETE FROM tasks_area");
+    database.execute(
+        "DELETE FROM places; DELETE FROM places_area; DELETE FROM tasks; DELETE FROM tasks_area; "
+        "DELETE FROM positions; DELETE FROM claims; DELETE FROM responses; DELETE FROM photos");
     for (const StoredPlace& place : places) {
         database.prepare("INSERT INTO places VALUES (?, ?, ?, ?)")
             .bind(place.number)
@@ -50,11 +50,13 @@ void PlaceStore::replace(const std::vector<StoredPlace>& places, const std::vect
         insertArea(database, "places", place);
     }
     for (const StoredTask& task : tasks) {
-        database.prepare("INSERT INTO tasks VALUES (?, ?, ?, ?, 'generated', ?, ?, ?)")
+        database.prepare("INSERT INTO tasks VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)")
             .bind(task.number)
             .bind(task.coordinate.latitude)
             .bind(task.coordinate.longitude)
             .bind(task.body)
+            .bind(task.key)
+            .bind(task.state)
             .bind(task.campaign)
             .bind(task.placeID)
             .bind(task.placeKey)
@@ -81,29 +83,38 @@ std::vector<std::string> PlaceStore::places(const Circle& circle) {
     return bodies;
 }
 
-std::vector<std::string> PlaceStore::tasks(const Circle& circle) {
+std::vector<FoundTask> PlaceStore::tasks(const Circle& circle) {
     const Transaction transaction(database);
-    std::vector<std::string> bodies;
-    for (const auto& [number, task] : findWithin(database, "tasks", circle.center, circle.radius,
-                                                 circle.minimum.value_or(-1), "t.state = 'generated'")) {
-        bodies.push_back(taskAt(task.distance, "generated", task.body));
+    std::vector<FoundTask> tasks;
+    for (auto& [number, task] : findWithin(database, "tasks", circle.center, circle.radius, circle.minimum.value_or(-1),
+                                           "t.state = 'generated'")) {
+        tasks.push_back(
+            {.number = number, .metres = task.distance, .body = std::move(task.body), .state = "generated"});
     }
-    return bodies;
+    return tasks;
 }
 
-std::vector<std::string> PlaceStore::tasksOfCampaign(const std::string& campaign) {
+std::vector<FoundTask> PlaceStore::tasksOfCampaign(const std::string& campaign) {
     const Transaction transaction(database);
-    Statement rows = database.prepare("SELECT body FROM tasks WHERE state = 'generated' AND campaign = ? ORDER BY id");
+    Statement rows =
+        database.prepare(std::string(taskColumns) + "WHERE state = 'generated' AND campaign = ? ORDER BY id");
     rows.bind(campaign);
-    return withoutDistance(rows);
+    return tasksIn(rows);
 }
 
-std::vector<std::string> PlaceStore::tasksOfPlace(const std::string& place) {
+std::vector<FoundTask> PlaceStore::tasksOfPlace(const std::string& place) {
     const Transaction transaction(database);
-    Statement rows = database.prepare(
-        "SELECT body FROM tasks WHERE state = 'generated' AND (place_id = ?1 OR place_key = ?1) ORDER BY id");
+    Statement rows = database.prepare(std::string(taskColumns) +
+                                      "WHERE state = 'generated' AND (place_id = ?1 OR place_key = ?1) ORDER BY id");
     rows.bind(place);
-    return withoutDistance(rows);
+    return tasksIn(rows);
+}
+
+std::optional<FoundTask> PlaceStore::task(const std::string& key) {
+    const Transaction transaction(database);
+    Statement row = database.prepare(std::string(taskColumns) + "WHERE key = ?");
+    row.bind(key);
+    return row.step() ? std::optional(taskIn(row)) : std::nullopt;
 }
 
 } // namespace quorvane::sandbox

@@ -22,9 +22,21 @@ struct StoredTask {
     platform::Coordinate coordinate;
     /// Without "distance" and "state".
     std::string body;
+    /// No two tasks have the same.
+    std::string key;
+    /// "generated", or "cancelled", which no search finds.
+    std::string state = "generated";
     std::string campaign;
     std::string placeID;
     std::string placeKey;
+};
+
+/// A task with its distance from where one searched; 0 without a point to measure from.
+struct FoundTask {
+    std::int64_t number = 0;
+    double metres = 0;
+    std::string body;
+    std::string state;
 };
 
 /// Where one searches: farther than `minimum` metres when it is given, and at most `radius` away.
@@ -39,7 +51,8 @@ class PlaceStore {
 public:
     explicit PlaceStore(Database& theDatabase) : database(theDatabase) {}
 
-    /// Forgets every place and task and stores these. @p origin says what they were made from.
+    /// Forgets every place and task, and what users made of them, and stores these. @p origin says what they were made
+    /// from.
     void replace(const std::vector<StoredPlace>& places, const std::vector<StoredTask>& tasks,
                  const std::string& origin);
     /// What the stored places were made from; empty when there are none yet.
@@ -47,12 +60,13 @@ public:
 
     /// JSON objects.
     [[nodiscard]] std::vector<std::string> places(const Circle& circle);
-    /// JSON objects of tasks in the state "generated", with their distance in miles.
-    [[nodiscard]] std::vector<std::string> tasks(const Circle& circle);
-    /// Without a point to measure from, the distance is 0.
-    [[nodiscard]] std::vector<std::string> tasksOfCampaign(const std::string& campaign);
+    /// Tasks in the state "generated".
+    [[nodiscard]] std::vector<FoundTask> tasks(const Circle& circle);
+    [[nodiscard]] std::vector<FoundTask> tasksOfCampaign(const std::string& campaign);
     /// @p place is the identifier or the key of the place.
-    [[nodiscard]] std::vector<std::string> tasksOfPlace(const std::string& place);
+    [[nodiscard]] std::vector<FoundTask> tasksOfPlace(const std::string& place);
+    /// In any state.
+    [[nodiscard]] std::optional<FoundTask> task(const std::string& key);
 
 private:
     Database& database;

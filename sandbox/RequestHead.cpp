@@ -38,13 +38,14 @@ bool areHeaderLines(std::string_view head) {
     return false;
 }
 
-std::size_t contentLength(const httplib::Request& request) {
+std::size_t contentLength(const httplib::Request& request, std::size_t longestBody) {
     const std::string text = request.get_header_value("Content-Length");
     std::size_t length = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
     const bool isNumber = !text.empty() && end == text.data() + text.size();
     if (isNumber && (error == std::errc::result_out_of_range || length > longestBody)) {
-        throw Refusal(413, "body_too_large", "A body has at most 1 MiB.");
+        throw Refusal(413, "body_too_large",
+                      "The body of this request has at most " + std::to_string(longestBody >> 20U) + " MiB.");
     }
     if (!isNumber || error != std::errc()) {
         throw Refusal(400, "bad_request", "\"Content-Length\" is no number.");
@@ -54,7 +55,7 @@ std::size_t contentLength(const httplib::Request& request) {
 
 } // namespace
 
-std::size_t bodySizeOf(std::string_view head, const httplib::Request& request) {
+std::size_t bodySizeOf(std::string_view head, const httplib::Request& request, std::size_t longestBody) {
     if (!areHeaderLines(head) || !request.target.starts_with('/')) {
         throw Refusal(400, "bad_request", "The request is no HTTP.");
     }
@@ -66,7 +67,7 @@ std::size_t bodySizeOf(std::string_view head, const httplib::Request& request) {
     if (request.has_header("Transfer-Encoding")) {
         throw Refusal(411, "length_required", "A body must come with a \"Content-Length\".");
     }
-    return request.has_header("Content-Length") ? contentLength(request) : 0;
+    return request.has_header("Content-Length") ? contentLength(request, longestBody) : 0;
 }
 
 void simplify(httplib::Request& request) {

@@ -7,9 +7,12 @@ void RequestLog::add(const RequestRecord& record) {
     {
         const std::lock_guard lock(mutex);
         if (last.size() == limit) {
+            bodyBytes -= last.front().body.size();
             last.pop_front();
         }
         last.push_back(record);
+        bodyBytes += record.body.size();
+        forgetBodies();
     }
     if (listener) {
         listener(record);
@@ -24,6 +27,14 @@ std::vector<RequestRecord> RequestLog::records() const {
 void RequestLog::clear() {
     const std::lock_guard lock(mutex);
     last.clear();
+    bodyBytes = 0;
+}
+
+void RequestLog::forgetBodies() {
+    for (auto record = last.begin(); bodyBytes > bodyLimit; ++record) {
+        bodyBytes -= record->body.size();
+        std::string().swap(record->body);
+    }
 }
 
 } // namespace quorvane::sandbox

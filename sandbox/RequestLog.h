@@ -11,7 +11,8 @@
 
 namespace quorvane::sandbox {
 
-/// The last requests, and a listener for each. Safe from any thread; the listener is called by one at a time.
+/// The last requests, and a listener for each. Only the newest bodies are kept, up to a limit for all of them together.
+/// Safe from any thread; the listener is called by one at a time.
 class RequestLog {
 public:
     explicit RequestLog(std::function<void(const RequestRecord&)> theListener) : listener(std::move(theListener)) {}
@@ -22,10 +23,14 @@ public:
 
 private:
     static constexpr std::size_t limit = 10'000;
+    static constexpr std::size_t bodyLimit = std::size_t{64} << 20U;
+    void forgetBodies();
+
     std::function<void(const RequestRecord&)> listener;
     std::mutex listening;
     mutable std::mutex mutex;
     std::deque<RequestRecord> last;
+    std::size_t bodyBytes = 0;
 };
 
 } // namespace quorvane::sandbox

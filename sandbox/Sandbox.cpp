@@ -6,9 +6,12 @@
 #include "sandbox/Database.h"
 #include "sandbox/HTTPService.h"
 #include "sandbox/IdentityService.h"
+#include "sandbox/OwnTasks.h"
 #include "sandbox/PlaceStore.h"
 #include "sandbox/RequestLog.h"
+#include "sandbox/Secrets.h"
 #include "sandbox/Seed.h"
+#include "sandbox/TaskService.h"
 #include "sandbox/TokenStore.h"
 
 namespace quorvane::sandbox {
@@ -25,7 +28,8 @@ struct Sandbox::Parts {
                   .refreshGrace = options.refreshGrace},
                  options.now),
           identity(tokens, options.now),
-          data(places, tokens) {
+          data(*database, places, tokens),
+          tasks(*database, places, tokens, options.now) {
         for (Fault& fault : options.faults) {
             faults->add(std::move(fault));
         }
@@ -40,10 +44,15 @@ struct Sandbox::Parts {
     }
 
     HTTPService::Setup dataOptions(int port) {
-        return service("data", port,
-                       {{"GET", "/config", [this](const Request& request) { return data.configuration(request); }},
-                        {"GET", "/locations/find", [this](const Request& request) { return data.places(request); }},
-                        {"GET", "/generate/tasks", [this](const Request& request) { return data.tasks(request); }}});
+        return service(
+            "data", port,
+            {{"GET", "/config", [this](const Request& request) { return data.configuration(request); }},
+             {"GET", "/locations/find", [this](const Request& request) { return data.places(request); }},
+             {"GET", "/generate/tasks", [this](const Request& request) { return data.tasks(request); }},
+             {"POST", "/tasks", [this](const Request& request) { return tasks.claim(request); }},
+             {"POST", "/tasks/*/responses", [this](const Request& request) { return tasks.respond(request); },
+              TaskService::longestResponse},
+             {"GET", "/photos/*", [this](const Request& request) { return tasks.photo(request); }}});
     }
 
     HTTPService::Setup identityOptions(int port) {
@@ -59,6 +68,7 @@ struct Sandbox::Parts {
     TokenStore tokens;
     IdentityService identity;
     DataService data;
+    TaskService tasks;
     // Last, so that they end before what they use.
     std::unique_ptr<HTTPService> dataServer;
     std::unique_ptr<HTTPService> identityServer;
@@ -78,9 +88,13 @@ std::string take(std::variant<std::unique_ptr<Service>, std::string> started, st
 
 void seed(PlaceStore& store, const SandboxOptions& options) {
     const auto& points = options.around;
-    const std::string name = seedName(options.seed, points);
+    std::string name = seedName(options.seed, points);
+    for (const std::string& task : options.tasks) {
+        name += " " + challengeFor(task);
+    }
     if (store.origin() != name) {
-        const SeedData data = makeSeedData(options.seed, points);
+        SeedData data = makeSeedData(options.seed, points);
+        addOwnTasks(data.tasks, options.tasks);
         store.replace(data.places, data.tasks, name);
     }
 }

@@ -27,6 +27,10 @@ struct SandboxOptions {
     std::vector<platform::Coordinate> around;
     static constexpr platform::Coordinate defaultCenter{.latitude = 46.05, .longitude = 14.5};
 
+    /// Tasks beside those, each as a JSON object with a "key" of its own. Its "state" may be "cancelled"; one whose
+    /// location has no valid coordinate is found around latitude 0, longitude 0.
+    std::vector<std::string> tasks;
+
     std::chrono::seconds accessTokenLifetime{3600};
     std::chrono::seconds refreshTokenLifetime{std::chrono::hours(24 * 30)};
     std::chrono::seconds codeLifetime{60};

@@ -17,7 +17,7 @@ namespace {
 using platform::Coordinate;
 
 /// A change of the data below changes this, so that a stored database is made anew.
-constexpr int generation = 1;
+constexpr int generation = 2;
 
 constexpr double anchorSpacing = 500;
 constexpr std::size_t mostAnchors = 400;
@@ -78,15 +78,20 @@ SeedData makeSeedData(std::uint64_t seed, const std::vector<Coordinate>& points)
             scattered(chance, anchors[static_cast<std::size_t>(anchor)], isClose ? 25 : farthest);
         const SeedPlace place = makePlace(chance, number, coordinate);
         data.places.push_back({.number = number, .coordinate = coordinate, .body = place.json.text()});
-        for (std::int64_t count = chance.whole(0, 2); count > 0; --count) {
-            ++taskNumber;
-            const SeedTask task = makeTask(chance, taskNumber, place);
-            data.tasks.push_back({.number = taskNumber,
+        const auto add = [&](const SeedTask& task) {
+            data.tasks.push_back({.number = taskNumber++,
                                   .coordinate = coordinate,
                                   .body = task.json.text(),
+                                  .key = task.key,
                                   .campaign = task.campaign,
                                   .placeID = place.id,
                                   .placeKey = place.key});
+        };
+        if (number == 1) {
+            add(makeTour(place));
+        }
+        for (std::int64_t count = chance.whole(0, 2); count > 0; --count) {
+            add(makeTask(chance, taskNumber, place));
         }
     }
     return data;

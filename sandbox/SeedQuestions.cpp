@@ -1,3 +1,5 @@
+#include "sandbox/SeedQuestions.h"
+
 #include <array>
 #include <string_view>
 #include <utility>
@@ -83,6 +85,60 @@ constexpr std::array<Kind, 9> kinds{{
 
 constexpr std::array<std::string_view, 3> choices{"Front", "Side", "None of them"};
 
+bool hasChoices(const Kind& kind) {
+    return kind.type == "singleAnswer" || kind.type == "multipleAnswers";
+}
+
+ListText makeAnswers(const QuestionSlot& slot, const ObjectText& owners) {
+    ListText answers;
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        const auto index = static_cast<std::int64_t>(i);
+        answers.add(makeAnswer(slot.key(), index, choices[i], slot.keyOf(slot.index + 1), 2 - index, owners));
+    }
+    return answers;
+}
+
+} // namespace
+
+ObjectText makeQuestion(const QuestionSlot& slot, std::string_view type, std::string_view text,
+                        const ObjectText& owners) {
+    ObjectText question{
+        {"allowDecimals", false},
+        {"answerOrder", "fixed"},
+        {"answers", ListText{}},
+        {"clientReference", "question " + std::to_string(slot.index + 1)},
+        {"created", seedTime},
+        {"modified", seedTime},
+        {"criticalAnswers", ListText{}},
+        {"images", ListText{}},
+        {"key", slot.key()},
+        {"openTextSuggestions", ListText{}},
+        {"order", slot.index},
+        {"owners", owners},
+        {"pointers", ObjectText{{"nextKey", slot.keyOf(slot.index + 1)}, {"previousKey", slot.keyOf(slot.index - 1)}}},
+        {"question", text},
+        {"scoreIntervals", ListText{}},
+        {"showUnitsOnLeft", false},
+        {"thresholdAnswers", ListText{}},
+        {"type", type},
+        {"version", 1}};
+    if (slot.index > 0) {
+        question["parentKey"] = slot.keyOf(slot.index - 1);
+    }
+    return question;
+}
+
+ObjectText makeAnswer(const std::string& questionKey, std::int64_t index, std::string_view text,
+                      const std::string& nextKey, std::int64_t score, const ObjectText& owners) {
+    const std::string key = questionKey + "-a" + std::to_string(index + 1);
+    return {{"answerOrder", index}, {"clientReference", "choice " + std::to_string(index + 1)},
+            {"created", seedTime},  {"modified", seedTime},
+            {"displayText", text},  {"displayTextKey", key + "-text"},
+            {"key", key},           {"nextQuestionKey", nextKey},
+            {"owners", owners},     {"questionKey", questionKey},
+            {"score", score},       {"version", 1}};
+}
+
 ObjectText makePhotoOptions(std::int64_t number) {
     const auto index = static_cast<std::size_t>(number);
     return {{"allowFlashToggle", number % 2 == 0},
@@ -95,68 +151,20 @@ ObjectText makePhotoOptions(std::int64_t number) {
             {"photoPromptText", "Hold the camera straight."}};
 }
 
-ListText makeAnswers(const std::string& questionKey, const std::string& nextKey, const ObjectText& owners) {
-    ListText answers;
-    for (std::size_t i = 0; i < choices.size(); ++i) {
-        const std::string key = questionKey + "-a" + std::to_string(i + 1);
-        answers.add(ObjectText{{"answerOrder", i},
-                               {"clientReference", "choice " + std::to_string(i + 1)},
-                               {"created", seedTime},
-                               {"modified", seedTime},
-                               {"displayText", choices[i]},
-                               {"displayTextKey", key + "-text"},
-                               {"key", key},
-                               {"nextQuestionKey", nextKey},
-                               {"owners", owners},
-                               {"questionKey", questionKey},
-                               {"score", 2 - static_cast<int>(i)},
-                               {"version", 1}});
-    }
-    return answers;
-}
-
-bool hasChoices(const Kind& kind) {
-    return kind.type == "singleAnswer" || kind.type == "multipleAnswers";
-}
-
-} // namespace
-
 ListText makeQuestions(Chance& chance, std::int64_t taskNumber, const ObjectText& owners) {
-    const std::int64_t count = chance.whole(3, 5);
-    const auto keyOf = [&](std::int64_t index) {
-        const bool exists = index >= 0 && index < count;
-        return exists ? numbered("task", taskNumber) + "-q" + std::to_string(index + 1) : std::string();
-    };
+    QuestionSlot slot{.taskKey = numbered("task", taskNumber), .count = chance.whole(3, 5)};
     ListText questions;
-    for (std::int64_t i = 0; i < count; ++i) {
-        const Kind& kind = kinds[static_cast<std::size_t>(taskNumber * 3 + i) % kinds.size()];
-        ObjectText question{{"allowDecimals", false},
-                            {"answerOrder", "fixed"},
-                            {"answers", hasChoices(kind) ? makeAnswers(keyOf(i), keyOf(i + 1), owners) : ListText{}},
-                            {"clientReference", "question " + std::to_string(i + 1)},
-                            {"created", seedTime},
-                            {"modified", seedTime},
-                            {"criticalAnswers", ListText{}},
-                            {"dragonID", "D-" + chance.digits(8)},
-                            {"images", ListText{}},
-                            {"key", keyOf(i)},
-                            {"openTextSuggestions", ListText{}},
-                            {"order", i},
-                            {"owners", owners},
-                            {"pointers", ObjectText{{"nextKey", keyOf(i + 1)}, {"previousKey", keyOf(i - 1)}}},
-                            {"question", kind.text},
-                            {"responseCount", ObjectText{{"actual", 0}, {"wanted", chance.whole(1, 20)}}},
-                            {"scoreIntervals", ListText{}},
-                            {"showUnitsOnLeft", false},
-                            {"thresholdAnswers", ListText{}},
-                            {"type", kind.type},
-                            {"version", 1}};
-        kind.make(question, keyOf(i));
-        if (i > 0) {
-            question["parentKey"] = keyOf(i - 1);
+    for (; slot.index < slot.count; ++slot.index) {
+        const Kind& kind = kinds[static_cast<std::size_t>(taskNumber * 3 + slot.index) % kinds.size()];
+        ObjectText question = makeQuestion(slot, kind.type, kind.text, owners);
+        if (hasChoices(kind)) {
+            question["answers"] = makeAnswers(slot, owners);
         }
-        if (i == 0 || chance.oneIn(4)) {
-            question["photoCaptureOptions"] = makePhotoOptions(taskNumber + i);
+        question["dragonID"] = "D-" + chance.digits(8);
+        question["responseCount"] = ObjectText{{"actual", 0}, {"wanted", chance.whole(1, 20)}};
+        kind.make(question, slot.key());
+        if (slot.index == 0 || chance.oneIn(4)) {
+            question["photoCaptureOptions"] = makePhotoOptions(taskNumber + slot.index);
         }
         questions.add(question);
     }

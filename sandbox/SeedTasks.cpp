@@ -23,34 +23,36 @@ constexpr std::array<Campaign, 5> campaigns{{
 
 constexpr std::int64_t day = 86'400'000;
 
-ObjectText makeLocation(Chance& chance, const SeedPlace& place) {
+} // namespace
+
+ObjectText makeLocation(const SeedPlace& place) {
     ObjectText location = place.address;
     location["name"] = place.name;
-    location["confidence"] = chance.whole(0, 3);
-    location["geofenceRadius"] = static_cast<double>(chance.whole(5, 20)) * 10 + 0.5;
     location["countryCode"] = "QV";
     return location;
 }
-
-} // namespace
 
 SeedTask makeTask(Chance& chance, std::int64_t number, const SeedPlace& place) {
     const auto& campaign = campaigns[static_cast<std::size_t>(number) % campaigns.size()];
     const std::int64_t created = seedTime + chance.whole(0, 300) * day;
     const ObjectText owners{{"campaign", campaign.id}, {"client", place.client}, {"user", "sandbox"}};
     ListText questions = makeQuestions(chance, number, owners);
+    const bool isForAssociates = chance.oneIn(8);
+    ObjectText location = makeLocation(place);
+    location["confidence"] = chance.whole(0, 3);
+    location["geofenceRadius"] = static_cast<double>(chance.whole(5, 20)) * 10 + 0.5;
     const auto least = static_cast<std::int64_t>(questions.size());
-    SeedTask task{.campaign = std::string(campaign.id)};
-    task.json = {{"associatesOnly", chance.oneIn(8)},
+    SeedTask task{.key = numbered("task", number), .campaign = std::string(campaign.id)};
+    task.json = {{"associatesOnly", isForAssociates},
                  {"created", created},
                  {"modified", created + day},
                  {"due", created + 3650 * day},
                  {"description", campaign.description},
-                 {"key", numbered("task", number)},
-                 {"location", makeLocation(chance, place)},
+                 {"key", task.key},
+                 {"location", std::move(location)},
                  {"locationKey", place.key},
                  {"logo", "https://images.example.invalid/" + std::string(campaign.id) + ".png"},
-                 {"nextQuestion", numbered("task", number) + "-q1"},
+                 {"nextQuestion", task.key + "-q1"},
                  {"owners", owners},
                  {"questions", std::move(questions)},
                  {"rewards", makeRewards(chance, number, owners)},

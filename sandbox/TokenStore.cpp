@@ -101,12 +101,11 @@ TokenPair TokenStore::refresh(const std::string& client, const std::string& toke
     return pair;
 }
 
-bool TokenStore::accepts(const std::string& accessToken) {
+std::optional<Grant> TokenStore::grantOf(const std::string& accessToken) {
     const Transaction transaction(database);
-    return database.prepare("SELECT 1 FROM access_tokens WHERE token = ? AND expiry > ?")
-        .bind(accessToken)
-        .bind(now())
-        .step();
+    Statement found = database.prepare("SELECT client, user FROM access_tokens WHERE token = ? AND expiry > ?");
+    found.bind(accessToken).bind(now());
+    return found.step() ? std::optional(Grant{found.text(0), found.text(1)}) : std::nullopt;
 }
 
 void TokenStore::expire(const std::string& accessToken) {

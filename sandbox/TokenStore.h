@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "sandbox/Database.h"
@@ -48,7 +49,8 @@ public:
     /// New tokens for a refresh token, which then has its grace left to live.
     TokenPair refresh(const std::string& client, const std::string& token);
 
-    [[nodiscard]] bool accepts(const std::string& accessToken);
+    /// Whom a valid access token was given to; none for any other.
+    [[nodiscard]] std::optional<Grant> grantOf(const std::string& accessToken);
     void expire(const std::string& accessToken);
     void expireAll();
 

@@ -216,8 +216,8 @@ TEST_F(FaultTest, AFaultMeetsItsPathOnly) {
 }
 
 TEST_F(FaultTest, AFaultCanMeetAPathThatIsNotServed) {
-    sandbox->addFault(fault("/tasks/k/responses:status=500:count=1"));
-    const std::string request = "POST /tasks/k/responses HTTP/1.1\r\nContent-Length: 2\r\n\r\n{}";
+    sandbox->addFault(fault("/nowhere/k/responses:status=500:count=1"));
+    const std::string request = "POST /nowhere/k/responses HTTP/1.1\r\nContent-Length: 2\r\n\r\n{}";
     expectError(ask(sandbox->dataPort(), request), 500, "fault");
     EXPECT_EQ(sandbox->requests().back().body, "{}");
     expectError(ask(sandbox->dataPort(), request), 404, "not_found");

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvane::sandbox {
+
+struct Photo {
+    /// "image/jpeg" or "image/png".
+    std::string type;
+    std::string bytes;
+};
+
+/// The photo in a data URL in base64. Throws a `Refusal` for any other text, and where the bytes do not begin as a file
+/// of their type does.
+[[nodiscard]] Photo photoOf(std::string_view dataURL);
+
+} // namespace quorvane::sandbox

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "Platform/Location.h"
+#include "sandbox/Database.h"
+#include "sandbox/Photo.h"
+
+namespace quorvane::sandbox {
+
+/// What one user has made of one task.
+struct Claim {
+    std::int64_t number = 0;
+    std::int64_t task = 0;
+    std::string user;
+    bool isCompleted = false;
+    /// The key of the question that is due; empty when there is none.
+    std::string nextQuestion;
+    std::int64_t score = 0;
+    /// Milliseconds since 1970; 0 while it is not completed.
+    std::int64_t completed = 0;
+};
+
+/// An answer as it was stored.
+struct StoredResponse {
+    /// What the user sent, for comparison with what the user sends again.
+    std::string content;
+    /// The JSON object that was answered, without the address of its photo.
+    std::string body;
+    /// The identifier of its photo, or empty.
+    std::string photo;
+};
+
+/// Where users are, which tasks they have claimed and what they have answered. Not locked: whoever calls it holds a
+/// `Transaction`.
+class TaskStore {
+public:
+    explicit TaskStore(Database& theDatabase) : database(theDatabase) {}
+
+    void setPosition(const std::string& user, const platform::Coordinate& coordinate);
+    [[nodiscard]] std::optional<platform::Coordinate> position(const std::string& user);
+
+    /// The claims of one user, by the number of the task.
+    [[nodiscard]] std::map<std::int64_t, Claim> claims(const std::string& user);
+    [[nodiscard]] std::optional<Claim> claim(std::int64_t task, const std::string& user);
+    /// Fills in the number of a new claim.
+    void add(Claim& claim, std::int64_t now);
+    void update(const Claim& claim);
+
+    /// The keys of the questions that were answered.
+    [[nodiscard]] std::set<std::string> answered(const Claim& claim);
+    [[nodiscard]] std::optional<StoredResponse> response(const Claim& claim, const std::string& question);
+    /// The number that the next response gets.
+    [[nodiscard]] std::int64_t nextResponse();
+    void add(const Claim& claim, std::int64_t number, const std::string& question, const StoredResponse& response);
+
+    void add(const std::string& identifier, const Photo& photo);
+    [[nodiscard]] std::optional<Photo> photo(const std::string& identifier);
+
+private:
+    Database& database;
+};
+
+} // namespace quorvane::sandbox
