@@ -15,7 +15,8 @@ set(quorvane_known_targets
     OpenSSL::SSL OpenSSL libssl
     pugixml::pugixml pugixml pugixml
     Threads::Threads Threads -
-    Qt6::Core Qt6Core Qt6Core)
+    Qt6::Core Qt6Core Qt6Core
+    Qt6::Gui Qt6Gui Qt6Gui)
 
 # quorvane_parts(<component>): sets <component>_parts (components of ours), _packages and _pkgconfig in the caller.
 function(quorvane_parts component)

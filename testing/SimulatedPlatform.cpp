@@ -21,7 +21,7 @@ SimulatedPlatform::SimulatedPlatform(const SimulatedOptions& options)
                         [this](std::string_view line) { simulatedApplication.standardOutput(line); }),
       memoryFiles(simulatedClock, options.files),
       simulatedRandom(options.seed),
-      fixedLocations(simulatedQueue),
+      simulatedLocations(simulatedQueue, options.locations),
       scriptedTransport(simulatedQueue) {
     if (options.transport) {
         scriptedTransport.setRealTransport(options.transport(*this));
@@ -89,6 +89,7 @@ SimulatedOptions SimulatedPlatform::nextLaunch() const {
     next.offsetFromUTC = simulatedClock.offsetFromUTC(next.start);
     next.preferences = memoryPreferences.contents();
     next.files = memoryFiles.contents();
+    next.locations = simulatedLocations.contents();
     ++next.seed;
     return next;
 }

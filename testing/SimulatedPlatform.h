@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 
-#include "Platform/LocationManager.h"
 #include "Platform/Platform.h"
 #include "testing/MemoryFileManager.h"
 #include "testing/MemoryPreferences.h"
@@ -14,6 +13,7 @@
 #include "testing/SimulatedClock.h"
 #include "testing/SimulatedDevice.h"
 #include "testing/SimulatedDigest.h"
+#include "testing/SimulatedLocations.h"
 #include "testing/SimulatedMainQueue.h"
 #include "testing/SimulatedRandom.h"
 
@@ -28,6 +28,8 @@ struct SimulatedOptions {
     /// What an earlier launch left in its preferences and files; none begins empty.
     std::shared_ptr<MemoryPreferences::Contents> preferences;
     std::shared_ptr<MemoryFileManager::Contents> files;
+    /// What an earlier launch left with the location services: permission, the last location, monitored regions.
+    std::shared_ptr<SimulatedLocations::Contents> locations;
     /// Makes the transport to a real service, on the main queue of the given platform. None: nothing is real.
     std::function<std::unique_ptr<platform::HTTPTransport>(platform::Platform& platform)> transport;
 };
@@ -63,8 +65,8 @@ public:
     /// Sets the wall clock without letting time pass.
     void setWallTime(platform::Date now) { simulatedClock.setWallTime(now); }
 
-    /// Options for the next launch of the same application: its preferences, files and wall time are kept, its random
-    /// bytes are others.
+    /// Options for the next launch of the same application: its preferences, files, regions and wall time are kept, its
+    /// random bytes are others.
     [[nodiscard]] SimulatedOptions nextLaunch() const;
 
     [[nodiscard]] SimulatedClock& clock() override { return simulatedClock; }
@@ -76,7 +78,7 @@ public:
     [[nodiscard]] MemoryFileManager& files() override { return memoryFiles; }
     [[nodiscard]] SimulatedApplication& application() override { return simulatedApplication; }
     [[nodiscard]] SimulatedDevice& device() override { return simulatedDevice; }
-    [[nodiscard]] platform::FixedLocationManagerFactory& locationManagers() override { return fixedLocations; }
+    [[nodiscard]] SimulatedLocations& locationManagers() override { return simulatedLocations; }
 
 private:
     explicit SimulatedPlatform(const SimulatedOptions& options);
@@ -92,7 +94,7 @@ private:
     SimulatedDigest simulatedDigest;
     SimulatedRandom simulatedRandom;
     SimulatedDevice simulatedDevice;
-    platform::FixedLocationManagerFactory fixedLocations;
+    SimulatedLocations simulatedLocations;
     ScriptedTransport scriptedTransport;
 };
 

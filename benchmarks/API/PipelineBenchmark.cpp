@@ -4,6 +4,7 @@
 #include <string>
 
 #include <benchmark/benchmark.h>
+#include <sched.h>
 
 #include "API/QVEndpoints.h"
 #include "API/QuorvaneAPI.h"
@@ -19,6 +20,29 @@ namespace {
 
 constexpr std::chrono::seconds longEnough{10};
 
+/// Keeps the calling thread, and the threads and processes that it starts meanwhile, on one processor: what a hop costs
+/// varies three-fold with where the system happens to put its two sides.
+class OneProcessor {
+public:
+    OneProcessor() {
+        sched_getaffinity(0, sizeof before, &before);
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        unsigned first = 0;
+        while (first + 1 < CPU_SETSIZE && !CPU_ISSET(first, &before)) {
+            ++first;
+        }
+        CPU_SET(first, &one);
+        sched_setaffinity(0, sizeof one, &one);
+    }
+    OneProcessor(const OneProcessor&) = delete;
+    OneProcessor& operator=(const OneProcessor&) = delete;
+    ~OneProcessor() { sched_setaffinity(0, sizeof before, &before); }
+
+private:
+    cpu_set_t before{};
+};
+
 /// Runs one exchange after the other: each begins once the one before has its answer, which holds ten places.
 template <class Request>
 void measure(benchmark::State& state, platform::NativeMainQueue& queue, Request request) {
@@ -33,6 +57,7 @@ void measure(benchmark::State& state, platform::NativeMainQueue& queue, Request 
 }
 
 void plain(benchmark::State& state) {
+    const OneProcessor pinned;
     const std::uint16_t port = answeringPort();
     const auto queue = platform::NativeMainQueue::make();
     PlainExchange exchange(*queue, port);
@@ -82,6 +107,7 @@ private:
 };
 
 void ours(benchmark::State& state) {
+    const OneProcessor pinned;
     Library library;
     const platform::Location here{{46.05, 14.5}};
     measure(state, library.queue(), [&](auto done) {

@@ -33,7 +33,7 @@ std::optional<TransportError> refusalOf(const HTTPRequest& request, const CurlAd
         if (!isToken(name)) {
             return invalid("The name of a header of the request is empty or holds a character that no name may hold.");
         }
-        if (value.find_first_of(std::string_view("\r\n\0", 3)) != std::string::npos) {
+        if (std::any_of(value.begin(), value.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; })) {
             return invalid("The value of the request's header " + name + " holds a line break or a zero byte.");
         }
     }
