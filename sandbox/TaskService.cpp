@@ -172,9 +172,6 @@ Answer TaskService::respond(const Request& request) {
     if (claim->isCompleted) {
         refuse("task_completed", "The user has completed the task already.", 409);
     }
-    if (task.state == "cancelled") {
-        refuse("task_cancelled", "The task was cancelled.", 409);
-    }
     if (questionKey != claim->nextQuestion) {
         refuse("unexpected_question", "The question that is due is \"" + claim->nextQuestion + "\".", 409);
     }
