@@ -4,7 +4,6 @@
 
 namespace quorvane {
 
-using json::Dictionary;
 using json::Document;
 
 TEST(RawDictionaries, KeepTheParsedDocumentAlive) {

@@ -9,7 +9,6 @@ using json::decode;
 using modelling::Address;
 using modelling::Everything;
 using modelling::Hooked;
-using modelling::Owner;
 using modelling::Shop;
 using modelling::Tolerant;
 

@@ -8,7 +8,6 @@ namespace {
 
 using testing::RecordedRequest;
 using testing::ScriptedAnswer;
-using testing::SimulatedOptions;
 using testing::SimulatedPlatform;
 
 constexpr const char* address = "http://127.0.0.1:8080";

@@ -148,14 +148,14 @@ TEST_P(HTTPTransportContract, MethodTargetHeadersAndBodyArriveAsGiven) {
                                                                 "Gr\xC3\xBC\xC3\x9F"
                                                                 "e, \"quoted\"; a=b"},
                                                                {"X-Empty", ""}},
-                                                   .body = std::string("{\"a\":\"\0\r\n\"}", 12)});
+                                                   .body = std::string("{\"a\":\"\0\r\n\"}", 11)});
 
     expectAnswer(result, 200, "");
     ASSERT_EQ(rig->received().size(), 1U);
     const Received received = rig->received()[0];
     EXPECT_EQ(received.method, "POST");
     EXPECT_EQ(received.target, target);
-    EXPECT_EQ(received.body, std::string("{\"a\":\"\0\r\n\"}", 12));
+    EXPECT_EQ(received.body, std::string("{\"a\":\"\0\r\n\"}", 11));
     EXPECT_EQ(header(received, "Content-Type"), "application/json");
     EXPECT_EQ(header(received, "X-Text"),
               "Gr\xC3\xBC\xC3\x9F"

@@ -43,8 +43,7 @@ TEST_P(PreferencesStoreContract, TextReadsBackByteForByte) {
                                             "42",
                                             "3.0",
                                             "true",
-                                            "Gr\xC3\xBC\xC3\x9F"
-                                            "e \xF0\x9F\x9A\xB2",
+                                            "Gr\xC3\xBC\xC3\x9F \xF0\x9F\x9A\xB2",
                                             std::string("a\0b", 3),
                                             "line\nbreak \"quoted\" \\",
                                             "\xFF\xFE not UTF-8",
