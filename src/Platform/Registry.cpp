@@ -23,23 +23,32 @@ World& world() {
     return instance;
 }
 
+/// Takes out the instance that was made last. Where there is none, none, and the platform in use has changed places
+/// with
+/// @p platform.
+std::shared_ptr<void> takeLastOrReplace(std::shared_ptr<Platform>& platform) {
+    World& process = world();
+    const std::lock_guard lock(process.mutex);
+    if (process.inOrderOfMaking.empty()) {
+        process.platform.swap(platform);
+        return nullptr;
+    }
+    auto last = process.instances.extract(process.inOrderOfMaking.back());
+    process.inOrderOfMaking.pop_back();
+    return std::move(last.mapped());
+}
+
 } // namespace
 
 void install(std::shared_ptr<Platform> platform) {
-    World& process = world();
-    {
-        const std::lock_guard lock(process.mutex);
-        if (process.platform) {
-            process.platform->transport().close();
-            process.platform->mainQueue().close();
-            while (!process.inOrderOfMaking.empty()) {
-                process.instances.erase(process.inOrderOfMaking.back());
-                process.inOrderOfMaking.pop_back();
-            }
-        }
-        process.platform.swap(platform);
+    // What ends may wait for a thread of its own that asks for an instance meanwhile, so nothing ends under the lock.
+    if (isInstalled()) {
+        current().transport().close();
+        current().mainQueue().close();
     }
-    // The platform that was in use ends here, outside the lock, as its threads may still ask for an instance.
+    while (std::shared_ptr<void> last = takeLastOrReplace(platform)) {
+        last.reset();
+    }
     platform.reset();
 }
 

@@ -151,6 +151,24 @@ TEST_F(RegistryTest, InstallingTellsWhetherOneIsInstalled) {
     EXPECT_FALSE(isInstalled());
 }
 
+/// Ends once a thread of its own has asked for another instance.
+struct Asking {
+    ~Asking() {
+        std::thread([] { static_cast<void>(shared<First>()); }).join();
+    }
+};
+
+TEST_F(RegistryTest, AThreadThatAnInstanceWaitsForAtItsEndMayAskForAnother) {
+    install(std::make_shared<BarePlatform>());
+    static_cast<void>(shared<Asking>());
+    story().clear();
+
+    install(nullptr);
+
+    EXPECT_EQ(story(), (std::vector<std::string>{"transport closes", "queue closes", "first made", "first ends",
+                                                 "platform ends"}));
+}
+
 TEST_F(RegistryTest, ThreadsThatAskAtOnceGetOneInstance) {
     install(std::make_shared<BarePlatform>());
     std::vector<First*> seen(8, nullptr);
