@@ -26,9 +26,9 @@ struct AnswerInput {
 /// In this order:
 /// - A task without a key: `MISSING_TASK_KEY`. A required photo that is missing: `MISSING_PHOTO`, for an optional
 ///   question too. After that, nothing entered for an optional question is right.
-/// - Date, time, barcode, rating: must be there (`MISSING_DATE`, `MISSING_TIME`, `MISSING_BARCODE`, `MISSING_RATING`).
-/// A
-///   rating is a whole number (`INVALID_NUMBER_FORMAT`) from 1 to the number of stars (`INVALID_RANGE_NUMBER`).
+/// - A date, time, barcode or rating must be there (`MISSING_DATE`, `MISSING_TIME`, `MISSING_BARCODE`,
+///   `MISSING_RATING`). A rating is a whole number (`INVALID_NUMBER_FORMAT`) from 1 to the number of stars
+///   (`INVALID_RANGE_NUMBER`).
 /// - A number must be there (`INVALID_VALUE`), parse, with decimals only where the question allows them
 ///   (`INVALID_NUMBER_FORMAT`), and lie between the question's bounds (`INVALID_RANGE_NUMBER`).
 /// - A text must be there (`INVALID_VALUE`), be as long, in Unicode characters, as the bounds say
@@ -38,7 +38,8 @@ struct AnswerInput {
 ///   counts once. Where a question has an "other" choice, a text counts as one more pick.
 /// - A question of no known type: `UNKNOWN`.
 ///
-/// A bound that is missing is 0 below and the largest integer above.
+/// Where one bound is missing, the error carries 0 below or the largest integer above. A number without a lower bound
+/// may be negative.
 [[nodiscard]] std::optional<QVTaskSubmitError> checkAnswer(const QVTask& task, const QVQuestion& question,
                                                            const AnswerInput& input);
 
