@@ -57,6 +57,10 @@ void Exchange::acceptHead(httplib::Request& request, std::size_t longestBody) {
     state = ReadState::body;
     record.method = request.method;
     record.target = request.target;
+    // The server adds these four to what arrived.
+    for (const char* name : {"REMOTE_ADDR", "REMOTE_PORT", "LOCAL_ADDR", "LOCAL_PORT"}) {
+        request.headers.erase(name);
+    }
     record.headers.assign(request.headers.begin(), request.headers.end());
     try {
         bodySize = bodySizeOf(head, request, longestBody);
@@ -99,7 +103,9 @@ bool Exchange::finish(bool mayContinue, std::string_view service,
     record.bytes = answer.size();
     record.fault = fault ? fault->name() : "";
     record.duration = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - began);
-    sink(record);
+    if (!isUnrecorded) {
+        sink(record);
+    }
     connection.send(answer);
     using Kind = Fault::Kind;
     const Kind kind = fault ? fault->kind : Kind::none;

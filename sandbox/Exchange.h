@@ -42,6 +42,8 @@ public:
 
     /// Set by whoever carries out the request.
     std::optional<Fault> fault;
+    /// Nobody is told of the request.
+    bool isUnrecorded = false;
     /// No answer is sent: the service ends.
     bool isAbandoned = false;
     /// Why the request is refused without being carried out.

@@ -21,6 +21,16 @@ constexpr std::array<std::pair<Kind, std::string_view>, 8> kindNames{{
     {Kind::lostReply, "lost-reply"},
 }};
 
+/// Empty for a fault that is only a delay.
+std::string_view nameOf(Kind kind) {
+    for (const auto& [candidate, name] : kindNames) {
+        if (candidate == kind) {
+            return name;
+        }
+    }
+    return {};
+}
+
 constexpr std::chrono::milliseconds longestDelay = std::chrono::hours(1);
 
 struct Problem {
@@ -139,13 +149,28 @@ bool Fault::matches(std::string_view requestPath) const {
     return requestPath == path;
 }
 
-std::string Fault::name() const {
-    std::string text;
-    for (const auto& [candidate, kindName] : kindNames) {
-        if (candidate == kind) {
-            text = kindName;
-        }
+std::string Fault::text() const {
+    std::string parts = path;
+    const auto add = [&](std::string_view part) { parts.append(":").append(part); };
+    if (kind == Kind::status) {
+        add("status=" + std::to_string(status));
+    } else if (kind != Kind::none) {
+        add(std::string(nameOf(kind)) + (bytes ? "=" + std::to_string(*bytes) : ""));
     }
+    if (delay.count() > 0) {
+        add("delay=" + std::to_string(delay.count()) + "ms");
+    }
+    if (count) {
+        add("count=" + std::to_string(*count));
+    }
+    if (skip > 0) {
+        add("skip=" + std::to_string(skip));
+    }
+    return parts;
+}
+
+std::string Fault::name() const {
+    std::string text(nameOf(kind));
     if (kind == Kind::status) {
         text += "=" + std::to_string(status);
     }
@@ -155,9 +180,20 @@ std::string Fault::name() const {
     return text;
 }
 
-void FaultList::add(Fault fault) {
+int FaultList::add(Fault fault) {
     const std::lock_guard lock(mutex);
-    faults.push_back(std::move(fault));
+    faults.emplace_back(++lastNumber, std::move(fault));
+    return lastNumber;
+}
+
+bool FaultList::remove(int number) {
+    const std::lock_guard lock(mutex);
+    return std::erase_if(faults, [number](const auto& entry) { return entry.first == number; }) > 0;
+}
+
+std::vector<std::pair<int, Fault>> FaultList::all() const {
+    const std::lock_guard lock(mutex);
+    return {faults.begin(), faults.end()};
 }
 
 void FaultList::clear() {
@@ -167,17 +203,18 @@ void FaultList::clear() {
 
 std::optional<Fault> FaultList::take(std::string_view requestPath) {
     const std::lock_guard lock(mutex);
-    for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
-        if (!fault->matches(requestPath)) {
+    for (auto entry = faults.begin(); entry != faults.end(); ++entry) {
+        Fault& fault = entry->second;
+        if (!fault.matches(requestPath)) {
             continue;
         }
-        if (fault->skip > 0) {
-            --fault->skip;
+        if (fault.skip > 0) {
+            --fault.skip;
             continue;
         }
-        Fault taken = *fault;
-        if (fault->count && --*fault->count <= 0) {
-            faults.erase(fault);
+        Fault taken = fault;
+        if (fault.count && --*fault.count <= 0) {
+            faults.erase(entry);
         }
         return taken;
     }

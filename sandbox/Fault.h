@@ -7,7 +7,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
+#include <vector>
 
 namespace quorvane::sandbox {
 
@@ -57,6 +59,9 @@ struct Fault {
     /// The fault that @p text describes, or a sentence that says what is wrong with it.
     static std::variant<Fault, std::string> parse(std::string_view text);
 
+    /// The text that describes it, with what is left of its counts.
+    [[nodiscard]] std::string text() const;
+
     [[nodiscard]] bool matches(std::string_view requestPath) const;
     /// "drop", "status=503", "delay=500ms": for the request log.
     [[nodiscard]] std::string name() const;
@@ -65,14 +70,19 @@ struct Fault {
 /// The faults still to happen. Safe from any thread.
 class FaultList {
 public:
-    void add(Fault fault);
+    /// Answers a number that no other fault of this list has.
+    int add(Fault fault);
     void clear();
+    /// False when it is not there any more.
+    bool remove(int number);
+    [[nodiscard]] std::vector<std::pair<int, Fault>> all() const;
     /// The first fault that meets this request, counted as used; later ones wait until it is used up.
     std::optional<Fault> take(std::string_view requestPath);
 
 private:
-    std::mutex mutex;
-    std::deque<Fault> faults;
+    mutable std::mutex mutex;
+    std::deque<std::pair<int, Fault>> faults;
+    int lastNumber = 0;
 };
 
 } // namespace quorvane::sandbox

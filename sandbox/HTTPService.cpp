@@ -127,7 +127,9 @@ private:
             current = &exchange;
             bool isClosing = false;
             const bool isGood = process_request(exchange, false, isClosing, [&](httplib::Request& request) {
-                exchange.acceptHead(request, longestBodyOf(request));
+                const Route route = routeOrDefault(request);
+                exchange.isUnrecorded = route.isPage;
+                exchange.acceptHead(request, route.longestBody);
             });
             current = nullptr;
             if (!exchange.finish(isGood && !isClosing, setup.name, setup.record)) {
@@ -175,11 +177,12 @@ private:
                      : Refusal(404, "not_found", "There is nothing under this path.");
     }
 
-    [[nodiscard]] std::size_t longestBodyOf(const httplib::Request& request) const {
+    /// What holds before the body is read.
+    [[nodiscard]] Route routeOrDefault(const httplib::Request& request) const {
         try {
-            return routeOf(request).route->longestBody;
+            return *routeOf(request).route;
         } catch (const Refusal&) {
-            return Route().longestBody;
+            return {};
         }
     }
 
@@ -190,6 +193,9 @@ private:
         }
         if (!exchange.readBody()) {
             return {};
+        }
+        if (exchange.isUnrecorded) {
+            return carryOut(request, false);
         }
         exchange.fault = setup.faults->take(request.path);
         if (!exchange.fault) {
@@ -226,6 +232,8 @@ private:
                                         .authorization = request.get_header_value("Authorization"),
                                         .contentType = request.get_header_value("Content-Type"),
                                         .contentEncoding = request.get_header_value("Content-Encoding"),
+                                        .host = request.get_header_value("Host"),
+                                        .origin = request.get_header_value("Origin"),
                                         .body = current->record.body,
                                         .port = setup.port,
                                         .expireCredential = expireCredential});

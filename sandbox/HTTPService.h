@@ -22,6 +22,8 @@ struct Route {
     std::function<Answer(const Request&)> handle;
     /// Bytes.
     std::size_t longestBody = std::size_t{1} << 20U;
+    /// Belongs to the service's own page: no fault meets it and no record is made of it.
+    bool isPage = false;
 };
 
 /// Serves routes on a port of the loopback interface, until it is destroyed. Whatever arrives is answered with JSON;

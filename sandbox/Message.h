@@ -41,9 +41,11 @@ struct Request {
     std::vector<std::string> wildcards;
     Query query;
     std::string authorization;
-    /// As in "Content-Type" and "Content-Encoding".
+    /// The headers of these names.
     std::string contentType;
     std::string contentEncoding;
+    std::string host;
+    std::string origin;
     /// Lives as long as the request is carried out.
     std::string_view body;
     /// The port that the service listens on.

@@ -3,9 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
-
-#include "sandbox/Message.h"
+#include <utility>
 
 namespace quorvane::sandbox {
 namespace {
@@ -77,6 +75,17 @@ Photo photoOf(std::string_view dataURL) {
         return {.type = std::string(kind.type), .bytes = std::move(*bytes)};
     }
     throw Refusal(400, "invalid_photo", R"("base64" must be a data URL in base64 of a JPEG or PNG image.)");
+}
+
+Answer photoAnswer(std::optional<Photo> photo) {
+    if (!photo) {
+        throw Refusal(404, "not_found", "There is no such photo.");
+    }
+    return {.body = std::move(photo->bytes),
+            .contentType = std::move(photo->type),
+            .headers = {{"X-Content-Type-Options", "nosniff"},
+                        {"Content-Security-Policy", "default-src 'none'; sandbox"},
+                        {"Cross-Origin-Resource-Policy", "same-origin"}}};
 }
 
 } // namespace quorvane::sandbox

@@ -73,6 +73,22 @@ std::string PlaceStore::origin() {
     return row.step() ? row.text(0) : std::string();
 }
 
+std::vector<std::string> PlaceStore::allPlaces() {
+    const Transaction transaction(database);
+    Statement rows = database.prepare("SELECT body FROM places ORDER BY id");
+    std::vector<std::string> bodies;
+    while (rows.step()) {
+        bodies.push_back(rows.text(0));
+    }
+    return bodies;
+}
+
+std::vector<FoundTask> PlaceStore::allTasks() {
+    const Transaction transaction(database);
+    Statement rows = database.prepare(std::string(taskColumns) + "ORDER BY id");
+    return tasksIn(rows);
+}
+
 std::vector<std::string> PlaceStore::places(const Circle& circle) {
     const Transaction transaction(database);
     std::vector<std::string> bodies;
@@ -114,6 +130,13 @@ std::optional<FoundTask> PlaceStore::task(const std::string& key) {
     const Transaction transaction(database);
     Statement row = database.prepare(std::string(taskColumns) + "WHERE key = ?");
     row.bind(key);
+    return row.step() ? std::optional(taskIn(row)) : std::nullopt;
+}
+
+std::optional<FoundTask> PlaceStore::task(std::int64_t number) {
+    const Transaction transaction(database);
+    Statement row = database.prepare(std::string(taskColumns) + "WHERE id = ?");
+    row.bind(number);
     return row.step() ? std::optional(taskIn(row)) : std::nullopt;
 }
 

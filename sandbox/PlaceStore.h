@@ -58,6 +58,10 @@ public:
     /// What the stored places were made from; empty when there are none yet.
     [[nodiscard]] std::string origin();
 
+    /// Every place and every task, in any state.
+    [[nodiscard]] std::vector<std::string> allPlaces();
+    [[nodiscard]] std::vector<FoundTask> allTasks();
+
     /// JSON objects.
     [[nodiscard]] std::vector<std::string> places(const Circle& circle);
     /// Tasks in the state "generated".
@@ -67,6 +71,7 @@ public:
     [[nodiscard]] std::vector<FoundTask> tasksOfPlace(const std::string& place);
     /// In any state.
     [[nodiscard]] std::optional<FoundTask> task(const std::string& key);
+    [[nodiscard]] std::optional<FoundTask> task(std::int64_t number);
 
 private:
     Database& database;

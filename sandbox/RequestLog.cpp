@@ -1,5 +1,7 @@
 #include "sandbox/RequestLog.h"
 
+#include <algorithm>
+
 namespace quorvane::sandbox {
 
 void RequestLog::add(const RequestRecord& record) {
@@ -11,6 +13,7 @@ void RequestLog::add(const RequestRecord& record) {
             last.pop_front();
         }
         last.push_back(record);
+        ++total;
         bodyBytes += record.body.size();
         forgetBodies();
     }
@@ -22,6 +25,22 @@ void RequestLog::add(const RequestRecord& record) {
 std::vector<RequestRecord> RequestLog::records() const {
     const std::lock_guard lock(mutex);
     return {last.begin(), last.end()};
+}
+
+void RequestLog::visit(std::size_t number, std::size_t most,
+                       const std::function<void(std::size_t, const RequestRecord&)>& visitor) const {
+    const std::lock_guard lock(mutex);
+    const std::size_t forgotten = total - last.size();
+    for (std::size_t i = std::max({std::min(number, total), forgotten, total - std::min(total, most)}); i < total;
+         ++i) {
+        visitor(i + 1, last[i - forgotten]);
+    }
+}
+
+std::optional<RequestRecord> RequestLog::record(std::size_t number) const {
+    const std::lock_guard lock(mutex);
+    const std::size_t forgotten = total - last.size();
+    return number > forgotten && number <= total ? std::optional(last[number - forgotten - 1]) : std::nullopt;
 }
 
 void RequestLog::clear() {

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,12 @@ public:
 
     void add(const RequestRecord& record);
     [[nodiscard]] std::vector<RequestRecord> records() const;
+    /// Shows the newest @p most of those with a number greater than @p number, with their numbers. @p visitor must not
+    /// use the log.
+    void visit(std::size_t number, std::size_t most,
+               const std::function<void(std::size_t, const RequestRecord&)>& visitor) const;
+    /// The record with this number, the first one being 1; none when it is forgotten or not there yet.
+    [[nodiscard]] std::optional<RequestRecord> record(std::size_t number) const;
     void clear();
 
 private:
@@ -31,6 +38,7 @@ private:
     mutable std::mutex mutex;
     std::deque<RequestRecord> last;
     std::size_t bodyBytes = 0;
+    std::size_t total = 0;
 };
 
 } // namespace quorvane::sandbox

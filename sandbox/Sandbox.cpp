@@ -7,6 +7,7 @@
 #include "sandbox/HTTPService.h"
 #include "sandbox/IdentityService.h"
 #include "sandbox/OwnTasks.h"
+#include "sandbox/PageService.h"
 #include "sandbox/PlaceStore.h"
 #include "sandbox/RequestLog.h"
 #include "sandbox/Secrets.h"
@@ -29,7 +30,8 @@ struct Sandbox::Parts {
                  options.now),
           identity(tokens, options.now),
           data(*database, places, tokens),
-          tasks(*database, places, tokens, options.now) {
+          tasks(*database, places, tokens, options.now),
+          page(*database, places, log, *faults) {
         for (Fault& fault : options.faults) {
             faults->add(std::move(fault));
         }
@@ -44,15 +46,29 @@ struct Sandbox::Parts {
     }
 
     HTTPService::Setup dataOptions(int port) {
-        return service(
-            "data", port,
-            {{"GET", "/config", [this](const Request& request) { return data.configuration(request); }},
-             {"GET", "/locations/find", [this](const Request& request) { return data.places(request); }},
-             {"GET", "/generate/tasks", [this](const Request& request) { return data.tasks(request); }},
-             {"POST", "/tasks", [this](const Request& request) { return tasks.claim(request); }},
-             {"POST", "/tasks/*/responses", [this](const Request& request) { return tasks.respond(request); },
-              TaskService::longestResponse},
-             {"GET", "/photos/*", [this](const Request& request) { return tasks.photo(request); }}});
+        std::vector<Route> routes{
+            {"GET", "/config", [this](const Request& request) { return data.configuration(request); }},
+            {"GET", "/locations/find", [this](const Request& request) { return data.places(request); }},
+            {"GET", "/generate/tasks", [this](const Request& request) { return data.tasks(request); }},
+            {"POST", "/tasks", [this](const Request& request) { return tasks.claim(request); }},
+            {"POST", "/tasks/*/responses", [this](const Request& request) { return tasks.respond(request); },
+             TaskService::longestResponse},
+            {"GET", "/photos/*", [this](const Request& request) { return tasks.photo(request.wildcards.front()); }}};
+        const auto add = [&](const char* method, const char* path, Answer (PageService::*handle)(const Request&)) {
+            routes.push_back({.method = method,
+                              .path = path,
+                              .handle = [this, handle](const Request& request) { return (page.*handle)(request); },
+                              .isPage = true});
+        };
+        add("GET", "/", &PageService::document);
+        add("GET", "/sandbox/page/*", &PageService::file);
+        add("GET", "/sandbox/map", &PageService::map);
+        add("GET", "/sandbox/activity", &PageService::activity);
+        add("GET", "/sandbox/requests/*", &PageService::request);
+        add("GET", "/sandbox/photos/*", &PageService::photo);
+        add("POST", "/sandbox/faults", &PageService::addFault);
+        add("DELETE", "/sandbox/faults/*", &PageService::removeFault);
+        return service("data", port, std::move(routes));
     }
 
     HTTPService::Setup identityOptions(int port) {
@@ -69,6 +85,7 @@ struct Sandbox::Parts {
     IdentityService identity;
     DataService data;
     TaskService tasks;
+    PageService page;
     // Last, so that they end before what they use.
     std::unique_ptr<HTTPService> dataServer;
     std::unique_ptr<HTTPService> identityServer;

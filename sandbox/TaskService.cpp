@@ -225,17 +225,9 @@ StoredResponse TaskService::take(const QVTask& task, QVTaskResponse response, Cl
     return taken;
 }
 
-Answer TaskService::photo(const Request& request) {
+Answer TaskService::photo(const std::string& identifier) {
     const Transaction transaction(database);
-    auto photo = store.photo(request.wildcards.front());
-    if (!photo) {
-        refuse("not_found", "There is no such photo.", 404);
-    }
-    return {.body = std::move(photo->bytes),
-            .contentType = std::move(photo->type),
-            .headers = {{"X-Content-Type-Options", "nosniff"},
-                        {"Content-Security-Policy", "default-src 'none'; sandbox"},
-                        {"Cross-Origin-Resource-Policy", "same-origin"}}};
+    return photoAnswer(store.photo(identifier));
 }
 
 } // namespace quorvane::sandbox

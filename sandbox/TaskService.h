@@ -26,7 +26,7 @@ public:
     /// POST /tasks/KEY/responses
     Answer respond(const Request& request);
     /// GET /photos/IDENTIFIER, which needs no token: the identifier cannot be guessed.
-    Answer photo(const Request& request);
+    Answer photo(const std::string& identifier);
 
 private:
     [[nodiscard]] std::int64_t now() const;

@@ -37,6 +37,24 @@ std::optional<platform::Coordinate> TaskStore::position(const std::string& user)
     return row.step() ? std::optional(platform::Coordinate{row.real(0), row.real(1)}) : std::nullopt;
 }
 
+std::map<std::string, platform::Coordinate> TaskStore::positions() {
+    Statement rows = database.prepare("SELECT user, latitude, longitude FROM positions");
+    std::map<std::string, platform::Coordinate> all;
+    while (rows.step()) {
+        all.emplace(rows.text(0), platform::Coordinate{rows.real(1), rows.real(2)});
+    }
+    return all;
+}
+
+std::vector<Claim> TaskStore::claims() {
+    Statement rows = database.prepare(std::string(claimColumns) + "ORDER BY number");
+    std::vector<Claim> all;
+    while (rows.step()) {
+        all.push_back(claimIn(rows));
+    }
+    return all;
+}
+
 std::map<std::int64_t, Claim> TaskStore::claims(const std::string& user) {
     Statement rows = database.prepare(std::string(claimColumns) + "WHERE user = ?");
     rows.bind(user);
@@ -112,6 +130,17 @@ void TaskStore::add(const Claim& claim, std::int64_t number, const std::string& 
         .bind(response.body)
         .bind(response.photo)
         .run();
+}
+
+std::vector<NumberedResponse> TaskStore::responses(std::int64_t number, std::int64_t most) {
+    Statement rows = database.prepare(
+        "SELECT number, claim, content, body, photo FROM responses WHERE number > ? ORDER BY number LIMIT ?");
+    rows.bind(number).bind(most);
+    std::vector<NumberedResponse> all;
+    while (rows.step()) {
+        all.push_back({rows.integer(0), rows.integer(1), {rows.text(2), rows.text(3), rows.text(4)}});
+    }
+    return all;
 }
 
 void TaskStore::add(const std::string& identifier, const Photo& photo) {

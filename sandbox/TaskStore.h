@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "Platform/Location.h"
 #include "sandbox/Database.h"
@@ -35,6 +36,12 @@ struct StoredResponse {
     std::string photo;
 };
 
+struct NumberedResponse {
+    std::int64_t number = 0;
+    std::int64_t claim = 0;
+    StoredResponse response;
+};
+
 /// Where users are, which tasks they have claimed and what they have answered. Not locked: whoever calls it holds a
 /// `Transaction`.
 class TaskStore {
@@ -43,6 +50,7 @@ public:
 
     void setPosition(const std::string& user, const platform::Coordinate& coordinate);
     [[nodiscard]] std::optional<platform::Coordinate> position(const std::string& user);
+    [[nodiscard]] std::map<std::string, platform::Coordinate> positions();
 
     /// The claims of one user, by the number of the task.
     [[nodiscard]] std::map<std::int64_t, Claim> claims(const std::string& user);
@@ -51,12 +59,18 @@ public:
     void add(Claim& claim, std::int64_t now);
     void update(const Claim& claim);
 
+    /// Everybody's, in the order in which they were made.
+    [[nodiscard]] std::vector<Claim> claims();
+
     /// The keys of the questions that were answered.
     [[nodiscard]] std::set<std::string> answered(const Claim& claim);
     [[nodiscard]] std::optional<StoredResponse> response(const Claim& claim, const std::string& question);
     /// The number that the next response gets.
     [[nodiscard]] std::int64_t nextResponse();
     void add(const Claim& claim, std::int64_t number, const std::string& question, const StoredResponse& response);
+
+    /// Everybody's with a greater number than @p number, at most @p most of them.
+    [[nodiscard]] std::vector<NumberedResponse> responses(std::int64_t number, std::int64_t most);
 
     void add(const std::string& identifier, const Photo& photo);
     [[nodiscard]] std::optional<Photo> photo(const std::string& identifier);

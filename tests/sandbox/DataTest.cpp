@@ -205,7 +205,6 @@ TEST_F(DataTest, AQueryMustBeReadable) {
 
 TEST_F(DataTest, AnUnknownPathIsNotFound) {
     expectError(find("/nowhere"), 404, "not_found");
-    expectError(find("/"), 404, "not_found");
     expectError(find("/config/"), 404, "not_found");
     expectError(find("/authorize?client_id=key"), 404, "not_found");
     expectError(ask(sandbox->identityPort(), "GET /config HTTP/1.1\r\n\r\n"), 404, "not_found");

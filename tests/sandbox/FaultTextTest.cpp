@@ -67,6 +67,16 @@ TEST(FaultText, ValuesOutOfBoundsAreRefused) {
     EXPECT_EQ(read("/a:delay=3600s").delay, 1h);
 }
 
+TEST(FaultText, AFaultCanBeWrittenDownAndReadAgain) {
+    for (const char* text :
+         {"*:drop", "/a:reset", "/a:truncate-body", "/a:truncate-body=7", "/a:truncate-headers=0", "/a:status=503",
+          "/a*:invalid-json:delay=500ms", "/a:expired-token:count=2", "/a:lost-reply:skip=3", "/a:delay=1ms",
+          "/tasks/*:status=999:delay=2000ms:count=4:skip=5"}) {
+        EXPECT_EQ(read(text).text(), text);
+    }
+    EXPECT_EQ(read("/a:skip=0:delay=2s:drop").text(), "/a:drop:delay=2000ms");
+}
+
 TEST(FaultText, AStarMatchesWhatBeginsLikeThePath) {
     EXPECT_TRUE(read("*:drop").matches("/config"));
     EXPECT_TRUE(read("/tasks/*:drop").matches("/tasks/k/responses"));
@@ -85,6 +95,24 @@ TEST(FaultText, FaultsHappenInTheOrderInWhichTheyWereAdded) {
     EXPECT_EQ(faults.take("/a")->status, 501);
     EXPECT_FALSE(faults.take("/a"));
     EXPECT_EQ(faults.take("/b")->status, 502);
+}
+
+TEST(FaultText, AFaultIsRemovedByItsNumber) {
+    FaultList faults;
+    const int first = faults.add(read("/a:status=500"));
+    const int second = faults.add(read("/a:status=501:count=2"));
+    EXPECT_NE(first, second);
+
+    EXPECT_TRUE(faults.remove(first));
+
+    EXPECT_FALSE(faults.remove(first));
+    EXPECT_EQ(faults.take("/a")->status, 501);
+    ASSERT_EQ(faults.all().size(), 1U);
+    EXPECT_EQ(faults.all().front().first, second);
+    EXPECT_EQ(faults.all().front().second.text(), "/a:status=501:count=1");
+    faults.clear();
+    EXPECT_TRUE(faults.all().empty());
+    EXPECT_GT(faults.add(read("/a:drop")), second);
 }
 
 } // namespace

@@ -138,6 +138,7 @@ TEST_F(HTTPTest, ARequestRecordTellsWhatArrivedAndWhatWasAnswered) {
     EXPECT_EQ(record.path(), "/token");
     EXPECT_EQ(record.header("x-test"), "one, two");
     EXPECT_EQ(record.header("x"), "");
+    EXPECT_THAT(record.headers, ::testing::SizeIs(3));
     EXPECT_EQ(record.body, "{}");
     EXPECT_EQ(record.status, 400);
     EXPECT_EQ(record.bytes, reply.bytes.size());
