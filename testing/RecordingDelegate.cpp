@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "JSON/NumberText.h"
+#include "Tracking/LocationSource.h"
 #include "testing/DateText.h"
 
 namespace quorvane::testing {
@@ -12,30 +13,6 @@ namespace {
 std::string textOf(const platform::Location& location) {
     return json::textOf(location.coordinate.latitude) + ',' + json::textOf(location.coordinate.longitude) + ' ' +
            dateText(location.timestamp);
-}
-
-const char* textOf(QVLocationSource source) {
-    switch (source) {
-        case QVLocationSource::BACKGROUND_LOCATION:
-            return "BACKGROUND_LOCATION";
-        case QVLocationSource::FOREGROUND_LOCATION:
-            return "FOREGROUND_LOCATION";
-        case QVLocationSource::GEOFENCE_DWELL:
-            return "GEOFENCE_DWELL";
-        case QVLocationSource::GEOFENCE_ENTER:
-            return "GEOFENCE_ENTER";
-        case QVLocationSource::GEOFENCE_EXIT:
-            return "GEOFENCE_EXIT";
-        case QVLocationSource::MANUAL_LOCATION:
-            return "MANUAL_LOCATION";
-        case QVLocationSource::VISIT_ARRIVAL:
-            return "VISIT_ARRIVAL";
-        case QVLocationSource::VISIT_DEPARTURE:
-            return "VISIT_DEPARTURE";
-        case QVLocationSource::UNKNOWN:
-            break;
-    }
-    return "UNKNOWN";
 }
 
 const char* textOf(const std::shared_ptr<QVUser>& user) {
@@ -48,7 +25,7 @@ std::string RecordingDelegate::Call::text() const {
     switch (kind) {
         case Kind::clientLocationUpdated:
             return "onClientLocationUpdated " + textOf(location) + (stopped ? " stopped " : " moving ") +
-                   textOf(source);
+                   std::string(nameOf(source));
         case Kind::error:
             return "onError " + std::string(nameOf(status));
         case Kind::eventsReceived:

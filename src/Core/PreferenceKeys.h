@@ -20,6 +20,14 @@ inline constexpr std::string_view trackingOptions = "quorvane_tracking_options";
 inline constexpr std::string_view config = "quorvane_config";
 /// Despite its name also the signed-in flag; see SignedInFlag.h.
 inline constexpr std::string_view backgroundTracking = "quorvane_background_tracking";
+inline constexpr std::string_view stopped = "quorvane_stopped";
+/// Whether the last answer of the service lets locations of a moving user be sent.
+inline constexpr std::string_view canExit = "quorvane_can_exit";
+inline constexpr std::string_view lastSentAt = "quorvane_last_sent_at";
+inline constexpr std::string_view lastMovedLocation = "quorvane_last_moved_location";
+inline constexpr std::string_view lastMovedAt = "quorvane_last_moved_at";
+inline constexpr std::string_view lastFailedStoppedLocation = "quorvane_last_failed_stopped_location";
+inline constexpr std::string_view internalUserId = "quorvane_internal_user_id";
 /// The token type, one blank, and the access token: what the "Authorization" header carries.
 inline constexpr std::string_view accessToken = "quorvane_access_token";
 inline constexpr std::string_view refreshToken = "quorvane_refresh_token";

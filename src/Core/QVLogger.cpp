@@ -14,13 +14,18 @@ namespace quorvane {
 QVLogger::QVLogger(platform::Platform& thePlatform) : platform(thePlatform) {}
 
 void QVLogger::log(QVLogLevel level, std::string message) {
-    platform.mainQueue().post(lifetime.guard([this, level, message = std::move(message)] { write(level, message); }));
+    log(level, [message = std::move(message)]() -> const std::string& { return message; });
 }
 
-void QVLogger::write(QVLogLevel level, const std::string& message) {
-    if (storedLogLevel() < level) {
-        return;
-    }
+void QVLogger::post(std::function<void()> work) {
+    platform.mainQueue().post(std::move(work));
+}
+
+bool QVLogger::admits(QVLogLevel level) {
+    return storedLogLevel() >= level;
+}
+
+void QVLogger::write(const std::string& message) {
     // What stands for the foreground, where nothing limits the time, in a line.
     constexpr double foregroundSeconds = 180.0;
     platform::Application& application = platform.application();

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <chrono>
+#include <concepts>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "Core/Enumerations.h"
 #include "Core/SharedService.h"
@@ -22,8 +25,21 @@ public:
     /// counts as it is then.
     void log(QVLogLevel level, std::string message);
 
+    /// As above, with a message that @p make makes on the main queue, and only where the level admits it: for lines
+    /// that are expensive and seldom wanted.
+    template <std::invocable Make>
+    void log(QVLogLevel level, Make make) {
+        post(lifetime.guard([this, level, make = std::move(make)] {
+            if (admits(level)) {
+                write(make());
+            }
+        }));
+    }
+
 private:
-    void write(QVLogLevel level, const std::string& message);
+    void post(std::function<void()> work);
+    [[nodiscard]] static bool admits(QVLogLevel level);
+    void write(const std::string& message);
 
     platform::Platform& platform;
     platform::Lifetime lifetime;

@@ -3,6 +3,7 @@
 #include "Core/PreferenceKeys.h"
 #include "Core/QVLogger.h"
 #include "Core/StoredLogLevel.h"
+#include "Core/StoredTrackingOptions.h"
 #include "JSON/JSON.h"
 #include "Models/QVConfig.h"
 #include "Models/QuorvaneTrackingOptions.h"
@@ -46,7 +47,7 @@ QVLogLevel QVSettings::getLogLevel() {
 }
 
 std::shared_ptr<QuorvaneTrackingOptions> QVSettings::getTrackingOptions() {
-    if (auto options = readModel<QuorvaneTrackingOptions>(preference::trackingOptions)) {
+    if (const auto options = StoredTrackingOptions::shared().stored()) {
         return std::make_shared<QuorvaneTrackingOptions>(*options);
     }
     return QuorvaneTrackingOptions::EFFICIENT();

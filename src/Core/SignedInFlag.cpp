@@ -18,6 +18,10 @@ bool SignedInFlag::isSet() const {
     return platform.preferences().boolean(preference::backgroundTracking).value_or(false);
 }
 
+bool SignedInFlag::isTracking() const {
+    return refreshes > 0 && isAsRefreshLeftIt() ? afterRefresh : isSet();
+}
+
 void SignedInFlag::set(bool value) {
     afterRefresh = value;
     write(value);

@@ -18,6 +18,9 @@ public:
     /// False when nothing is stored.
     [[nodiscard]] bool isSet() const;
 
+    /// Whether tracking is on: what the entry says, or during a refresh what it will say after it.
+    [[nodiscard]] bool isTracking() const;
+
     /// Writes the entry. During a refresh this is also what the entry will be after it.
     void set(bool value);
 

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
+#include "Platform/Application.h"
 #include "Platform/Device.h"
 #include "Platform/Platform.h"
 
@@ -117,6 +121,22 @@ std::string_view modelName(std::string_view identifier) {
     return found == models.end() ? identifier : found->second;
 }
 
+/// The keys of a stored location.
+namespace recordKey {
+constexpr const char* latitude = "latitude";
+constexpr const char* longitude = "longitude";
+constexpr const char* horizontalAccuracy = "horizontalAccuracy";
+constexpr const char* verticalAccuracy = "verticalAccuracy";
+constexpr const char* timestamp = "timestamp";
+} // namespace recordKey
+
+/// The entry with that key, where it is of that kind.
+template <class T>
+const T* find(const AnyCodable::Dictionary& dictionary, const char* key) {
+    const auto found = dictionary.find(std::string_view(key));
+    return found == dictionary.end() ? nullptr : std::get_if<T>(&found->second.value);
+}
+
 } // namespace
 
 std::string QVUtils::getDeviceId() {
@@ -127,6 +147,54 @@ std::string QVUtils::getDeviceModel() {
     std::string identifier = platform::current().device().hardwareIdentifier();
     std::erase(identifier, '\0');
     return mapToMobile(identifier);
+}
+
+bool QVUtils::isValidLocation(const std::optional<platform::Location>& location) {
+    if (!location) {
+        return false;
+    }
+    const double latitude = location->coordinate.latitude;
+    const double longitude = location->coordinate.longitude;
+    // It is the latitude again that is held against 180: applications rely on longitudes being let through.
+    return latitude != 0 && latitude > -90 && latitude < 90 && longitude != 0 && longitude > -180 && latitude < 180 &&
+           location->horizontalAccuracy > 0;
+}
+
+AnyCodable::Dictionary QVUtils::fromLocation(const platform::Location& location) {
+    constexpr double largest = (std::numeric_limits<double>::max)();
+    constexpr double notKnown = -1;
+    const double horizontal = location.horizontalAccuracy;
+    const double vertical = location.verticalAccuracy;
+    return {{recordKey::latitude, location.coordinate.latitude},
+            {recordKey::longitude, location.coordinate.longitude},
+            {recordKey::horizontalAccuracy, std::isfinite(horizontal) ? horizontal : largest},
+            {recordKey::verticalAccuracy, std::isfinite(vertical) ? vertical : notKnown},
+            {recordKey::timestamp, static_cast<std::int64_t>(location.timestamp.time_since_epoch().count())}};
+}
+
+std::optional<platform::Location> QVUtils::toLocation(const std::optional<AnyCodable::Dictionary>& record) {
+    if (!record) {
+        return std::nullopt;
+    }
+    const auto* const latitude = find<double>(*record, recordKey::latitude);
+    const auto* const longitude = find<double>(*record, recordKey::longitude);
+    const auto* const horizontal = find<double>(*record, recordKey::horizontalAccuracy);
+    const auto* const vertical = find<double>(*record, recordKey::verticalAccuracy);
+    const auto* const timestamp = find<std::int64_t>(*record, recordKey::timestamp);
+    if (latitude == nullptr || longitude == nullptr || horizontal == nullptr || vertical == nullptr ||
+        timestamp == nullptr) {
+        return std::nullopt;
+    }
+    return platform::Location{
+        {*latitude, *longitude}, *horizontal, *vertical, platform::Date(std::chrono::nanoseconds(*timestamp))};
+}
+
+bool QVUtils::getLocationBackgroundMode() {
+    const AnyCodable::Dictionary& information = platform::current().application().informationDictionary();
+    const auto* const modes = find<AnyCodable::List>(information, "UIBackgroundModes");
+    const auto isText = [](const AnyCodable& mode) { return std::holds_alternative<std::string>(mode.value); };
+    return modes != nullptr && std::all_of(modes->begin(), modes->end(), isText) &&
+           std::find(modes->begin(), modes->end(), AnyCodable("location")) != modes->end();
 }
 
 std::string QVUtils::mapToMobile(std::string_view identifier) {

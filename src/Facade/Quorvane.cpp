@@ -17,6 +17,7 @@
 #include "Search/QVRouteService.h"
 #include "Tasks/QVRewardService.h"
 #include "Tasks/QVTaskService.h"
+#include "Tracking/LocationSource.h"
 #include "Tracking/QVContextService.h"
 #include "Tracking/QVEventService.h"
 #include "Tracking/QVFenceService.h"
@@ -199,24 +200,7 @@ std::string_view Quorvane::fromStatus(QVStatus status) {
 }
 
 std::string_view Quorvane::fromLocationSource(QVLocationSource source) {
-    switch (source) {
-        case QVLocationSource::BACKGROUND_LOCATION:
-            return "BACKGROUND_LOCATION";
-        case QVLocationSource::FOREGROUND_LOCATION:
-            return "FOREGROUND_LOCATION";
-        case QVLocationSource::GEOFENCE_ENTER:
-            return "GEOFENCE_ENTER";
-        case QVLocationSource::GEOFENCE_EXIT:
-            return "GEOFENCE_EXIT";
-        case QVLocationSource::MANUAL_LOCATION:
-            return "MANUAL_LOCATION";
-        case QVLocationSource::VISIT_ARRIVAL:
-            return "VISIT_ARRIVAL";
-        case QVLocationSource::VISIT_DEPARTURE:
-            return "VISIT_DEPARTURE";
-        default:
-            return "UNKNOWN";
-    }
+    return source == QVLocationSource::GEOFENCE_DWELL ? nameOf(QVLocationSource::UNKNOWN) : nameOf(source);
 }
 
 std::shared_ptr<BarcodeScannerViewControllerType> Quorvane::createBarcodeScanner() {

@@ -1,8 +1,6 @@
 #include "Models/QuorvaneTrackingOptions.h"
 
-#include <array>
-#include <cstdio>
-
+#include "Models/DateDescription.h"
 #include "Platform/Registry.h"
 
 namespace quorvane {
@@ -101,17 +99,8 @@ std::string textOf(QVSync sync) {
     return textOf(static_cast<std::int64_t>(sync));
 }
 
-/// "2024-05-01 12:00:00 +0000", cut to whole seconds.
 std::string textOf(json::Date date) {
-    const auto day = std::chrono::floor<std::chrono::days>(date);
-    const std::chrono::year_month_day calendar{day};
-    const std::chrono::hh_mm_ss time{std::chrono::floor<std::chrono::seconds>(date - day)};
-    std::array<char, 64> text;
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d:%02d +0000", static_cast<int>(calendar.year()),
-                  static_cast<unsigned>(calendar.month()), static_cast<unsigned>(calendar.day()),
-                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                  static_cast<int>(time.seconds().count()));
-    return text.data();
+    return descriptionOf(date);
 }
 
 template <class Value>

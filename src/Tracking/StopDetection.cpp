@@ -9,7 +9,7 @@ StopDecision detectStop(const QuorvaneTrackingOptions& options, const platform::
                         const LastMove& last, platform::Date now) {
     StopDecision decision;
     const bool isArrival = source == QVLocationSource::VISIT_ARRIVAL;
-    if (options.stopDistance < 1 || options.stopDuration < 1) {
+    if (!detectsStops(options)) {
         decision.stopped = isArrival || isForced(source);
         return decision;
     }

@@ -33,6 +33,11 @@ struct StopDecision {
     bool setsLastMovedAt = false;
 };
 
+/// Whether the options want stops to be detected: both their distance and their duration are 1 or more.
+[[nodiscard]] constexpr bool detectsStops(const QuorvaneTrackingOptions& options) {
+    return options.stopDistance >= 1 && options.stopDuration >= 1;
+}
+
 /// Whether @p fix shows the user stopped. Changes nothing; @p fix is valid.
 ///
 /// A fix that was asked for is never too old. Not farther than the stop distance for at least the stop duration is

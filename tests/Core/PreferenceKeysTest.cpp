@@ -23,6 +23,16 @@ TEST(PreferenceKeys, TheSignedInFlagStandsUnderTheNameOfTracking) {
     EXPECT_EQ(backgroundTracking, "quorvane_background_tracking");
 }
 
+TEST(PreferenceKeys, TheStateOfTrackingStandsUnderItsFixedKeys) {
+    EXPECT_EQ(stopped, "quorvane_stopped");
+    EXPECT_EQ(canExit, "quorvane_can_exit");
+    EXPECT_EQ(lastSentAt, "quorvane_last_sent_at");
+    EXPECT_EQ(lastMovedLocation, "quorvane_last_moved_location");
+    EXPECT_EQ(lastMovedAt, "quorvane_last_moved_at");
+    EXPECT_EQ(lastFailedStoppedLocation, "quorvane_last_failed_stopped_location");
+    EXPECT_EQ(internalUserId, "quorvane_internal_user_id");
+}
+
 TEST(PreferenceKeys, TheExpiryStandsUnderAKeyWithTransposedLetters) {
     EXPECT_EQ(accessToken, "quorvane_access_token");
     EXPECT_EQ(refreshToken, "quorvane_refresh_token");

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "Core/QVSettings.h"
 #include "Facade/Quorvane.h"
 #include "Tracking/QVLocationManager.h"
 #include "support/IdentityAnswers.h"
@@ -16,6 +17,14 @@ protected:
     InitializeTest() { answerSignIn(transport()); }
 
     [[nodiscard]] std::optional<std::string> stored(std::string_view key) { return preferences().string(key); }
+
+    void holdSignIn() { transport().holdAnswers(true); }
+
+    /// Whether the location manager's coarse updates run, which they do while there is an update timer.
+    [[nodiscard]] bool keepsItselfRunning() {
+        static_cast<void>(QVLocationManager::shared());
+        return phone->locationManagers().managers().at(1).updates;
+    }
 
     /// The environment that @p key chooses.
     [[nodiscard]] QuorvaneAPI::Environment environmentOf(const std::string& key) {
@@ -122,13 +131,31 @@ TEST_F(InitializeTest, FromTheSecondRunOnTheConfigurationIsFetched) {
     EXPECT_EQ(stored("quorvane_config"), R"({"apiVersion":"2.4"})");
 }
 
-TEST_F(InitializeTest, TracksAgainAndTakesTheLocationManagersWordsBack) {
+TEST_F(InitializeTest, ResumesTheTrackingOfAnEarlierRun) {
+    QVSettings::setTrackingOptions(*QuorvaneTrackingOptions::CONTINUOUS());
+    Quorvane::initialize("UVZMT0NM-key");
+    phone->runUntilIdle();
+    phone.relaunch();
     QVLocationManager::shared().verbose = true;
+    transport().answer("GET", "/config", Answer::json("{}"));
+    EXPECT_FALSE(keepsItselfRunning());
 
     Quorvane::initialize("UVZMT0NM-key");
 
-    EXPECT_EQ(QVLocationManager::shared().updatesRequested(), 1);
+    EXPECT_FALSE(keepsItselfRunning());
+    phone->runUntilIdle();
+    EXPECT_TRUE(keepsItselfRunning());
     EXPECT_FALSE(QVLocationManager::shared().verbose);
+}
+
+TEST_F(InitializeTest, DoesNotTrackWhereNobodyTracked) {
+    QVSettings::setTrackingOptions(*QuorvaneTrackingOptions::CONTINUOUS());
+    holdSignIn();
+
+    Quorvane::initialize("UVZMT0NM-key");
+    phone->runUntilIdle();
+
+    EXPECT_FALSE(keepsItselfRunning());
 }
 
 TEST_F(InitializeTest, LogsThatItBegins) {
@@ -152,7 +179,6 @@ TEST_F(InitializeTest, MayBeCalledAgainWithAnotherKey) {
     EXPECT_EQ(Quorvane::environment(), QuorvaneAPI::Environment::PRODUCTION);
     EXPECT_EQ(QuorvaneAPI::shared().api->baseURL.text(), Quorvane::endpoints()->apiEndpoint());
     EXPECT_EQ(transport().requests("GET", "/config").size(), 1U);
-    EXPECT_EQ(QVLocationManager::shared().updatesRequested(), 2);
 }
 
 TEST_F(InitializeTest, AKeyOfAnEarlierRunStillCountsBeforeTheNextInitialize) {

@@ -40,27 +40,6 @@ TEST_F(NamespacesTest, UsersAnswerBeforeTheyReturn) {
     });
 }
 
-TEST_F(NamespacesTest, TrackingAnswersBeforeItReturnsOrDoesNothing) {
-    inBothWorlds([this](QVStatus status) {
-        const Calls<QVStatus, std::optional<platform::Location>, List<QVEvent>, std::shared_ptr<QVUser>> calls;
-        Quorvane::Tracking::once(calls.record());
-        Quorvane::Tracking::once(platform::Location{{46.0, 14.5}}, calls.record());
-        ASSERT_EQ(calls.count(), 2U);
-        for (std::size_t i = 0; i < 2; ++i) {
-            EXPECT_EQ(std::get<0>(calls[i]), status);
-            EXPECT_EQ(std::get<1>(calls[i]), std::nullopt);
-            EXPECT_EQ(std::get<2>(calls[i]), std::nullopt);
-            EXPECT_EQ(std::get<3>(calls[i]), nullptr);
-        }
-
-        const auto before = preferences().keys();
-        Quorvane::Tracking::start(QuorvaneTrackingOptions::CONTINUOUS());
-        EXPECT_FALSE(Quorvane::Tracking::isTracking());
-        Quorvane::Tracking::stop();
-        EXPECT_EQ(preferences().keys(), before);
-    });
-}
-
 TEST_F(NamespacesTest, TasksAreRefusedBeforeTheyReturnWithoutAKey) {
     const auto task = std::make_shared<QVTask>();
     const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;

@@ -67,6 +67,7 @@ TEST_F(SearchNamespaceTest, WithoutAKeyTheOtherSearchesHaveNoLocationToHandBack)
 }
 
 TEST_F(SearchNamespaceTest, WithoutALocationOfTheDeviceItsStatusIsHandedOn) {
+    phone->locationManagers().setAuthorization(platform::LocationAuthorization::denied);
     const Found<QVTask> tasks;
     const Found<QVPlace> places;
     const Found<QVGeofence> geofences;
@@ -75,9 +76,50 @@ TEST_F(SearchNamespaceTest, WithoutALocationOfTheDeviceItsStatusIsHandedOn) {
     Search::places(1000, std::nullopt, std::nullopt, std::nullopt, 10, places.record());
     Search::geofences(1000, std::nullopt, 10, geofences.record());
 
-    expectAnswers(tasks, 1, QVStatus::ERROR_UNIMPLEMENTED, std::nullopt);
-    expectAnswers(places, 1, QVStatus::ERROR_UNIMPLEMENTED, std::nullopt);
-    expectAnswers(geofences, 1, QVStatus::ERROR_UNIMPLEMENTED, std::nullopt);
+    expectAnswers(tasks, 1, QVStatus::ERROR_PERMISSIONS, std::nullopt);
+    expectAnswers(places, 1, QVStatus::ERROR_PERMISSIONS, std::nullopt);
+    expectAnswers(geofences, 1, QVStatus::ERROR_PERMISSIONS, std::nullopt);
+}
+
+TEST_F(SearchNamespaceTest, ADeviceThatGivesNoLocationForTwentySecondsFailsTheSearch) {
+    const Found<QVTask> tasks;
+
+    Search::tasks(1000, 50, tasks.record());
+    phone->advance(std::chrono::seconds(19));
+    EXPECT_EQ(tasks.count(), 0U);
+    phone->advance(std::chrono::seconds(1));
+
+    expectAnswers(tasks, 1, QVStatus::ERROR_LOCATION, std::nullopt);
+}
+
+TEST_F(SearchNamespaceTest, TheVariantsWithoutALocationSearchAroundTheDevice) {
+    transport().answer("GET", "/generate/tasks", Answer::json(R"({"count":1,"data":[{"key":"t1"}]})"));
+    transport().answer("GET", "/locations/find", Answer::json(R"({"count":0,"data":[]})"));
+    preferences().setDate("quorvane_last_sent_at", phone->clock().now());
+    const Found<QVTask> tasks;
+    const Found<QVPlace> places;
+    const Found<QVGeofence> geofences;
+
+    Search::tasks(1000, 50, tasks.record());
+    Search::places(2000, std::nullopt, std::nullopt, std::nullopt, 10, places.record());
+    Search::geofences(3000, std::nullopt, 10, geofences.record());
+    phone->locationManagers().receive(here);
+    phone->runUntilIdle();
+
+    ASSERT_EQ(tasks.count(), 1U);
+    EXPECT_EQ(tasks.first<0>(), QVStatus::SUCCESS);
+    EXPECT_EQ(tasks.first<1>(), here);
+    EXPECT_EQ(tasks.first<2>()->size(), 1U);
+    ASSERT_EQ(places.count(), 1U);
+    EXPECT_EQ(places.first<0>(), QVStatus::SUCCESS);
+    ASSERT_EQ(geofences.count(), 1U);
+    EXPECT_EQ(geofences.first<0>(), QVStatus::ERROR_UNIMPLEMENTED);
+    EXPECT_EQ(geofences.first<1>(), here);
+    EXPECT_EQ(transport().requests().at(0).request.url,
+              "http://localhost:3000/generate/tasks?lat=46.0&lng=14.5&min=50&rad=1000");
+    EXPECT_EQ(transport().requests().at(1).request.url,
+              "http://localhost:3000/locations/find?lat=46.0&lng=14.5&rad=2000");
+    EXPECT_EQ(transport().requests().size(), 2U);
 }
 
 TEST_F(SearchNamespaceTest, GeofencesNearALocationAreNotProvided) {

@@ -11,6 +11,9 @@ protected:
     void configure() { store("quorvane_access_key", "access-key"); }
 
     [[nodiscard]] std::optional<std::string> stored(std::string_view key) { return preferences().string(key); }
+
+    /// What the platform was asked for last, in metres.
+    [[nodiscard]] double desiredAccuracy() { return phone->locationManagers().managers().at(0).desiredAccuracy; }
 };
 
 TEST_F(UserPropertiesTest, WithoutAKeyNothingIsStored) {
@@ -159,17 +162,22 @@ TEST_F(UserPropertiesTest, WhetherTheUserIsAuthenticatedIsTheFlagAloneAndNeedsNo
     EXPECT_FALSE(Quorvane::isAuthenticated());
 }
 
-TEST_F(UserPropertiesTest, ALocationIsNotProvidedYetAndNeedsNoKey) {
+TEST_F(UserPropertiesTest, ALocationIsThatOfTheDeviceAtMediumAccuracyUnlessAskedOtherwiseAndNeedsNoKey) {
     const Calls<QVStatus, std::optional<platform::Location>, bool> calls;
+    const platform::Location here{{46.0, 14.5}, 5, 3, phone->clock().now()};
 
     Quorvane::getLocation(calls.record());
+    EXPECT_EQ(desiredAccuracy(), platform::DesiredAccuracy::hundredMeters);
     Quorvane::getLocation(QuorvaneTrackingOptions::DesiredAccuracy::HIGH, calls.record());
+    EXPECT_EQ(desiredAccuracy(), platform::DesiredAccuracy::best);
+    phone->locationManagers().receive(here);
+    phone->runUntilIdle();
 
     ASSERT_EQ(calls.count(), 2U);
     for (std::size_t i = 0; i < 2; ++i) {
-        EXPECT_EQ(std::get<0>(calls[i]), QVStatus::ERROR_UNIMPLEMENTED);
-        EXPECT_EQ(std::get<1>(calls[i]), std::nullopt);
-        EXPECT_FALSE(std::get<2>(calls[i]));
+        EXPECT_EQ(std::get<0>(calls[i]), QVStatus::SUCCESS);
+        EXPECT_EQ(std::get<1>(calls[i]), here);
+        EXPECT_TRUE(std::get<2>(calls[i]));
     }
 }
 

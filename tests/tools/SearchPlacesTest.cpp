@@ -81,7 +81,7 @@ TEST_F(SearchPlacesTest, WithoutAPointTheDeviceIsAskedAndItsAnswerHandedOn) {
 
     EXPECT_EQ(ended.exitStatus, 1);
     EXPECT_EQ(ended.errors,
-              "quorvane: ERROR_UNIMPLEMENTED: the device does not tell where it is; name a point with --near\n");
+              "quorvane: ERROR_PERMISSIONS: the device does not tell where it is; name a point with --near\n");
     EXPECT_EQ(requestsFor("/locations/find"), 0U);
 }
 

@@ -91,7 +91,7 @@ TEST_F(SearchTasksTest, WithoutAPointTheDeviceIsAskedAndItsAnswerHandedOn) {
     const Ended ended = run({"search", "tasks", "--radius", "10"});
 
     EXPECT_EQ(ended.exitStatus, 1);
-    EXPECT_TRUE(ended.errors.starts_with("quorvane: ERROR_UNIMPLEMENTED: ")) << ended.errors;
+    EXPECT_TRUE(ended.errors.starts_with("quorvane: ERROR_PERMISSIONS: ")) << ended.errors;
 }
 
 } // namespace
