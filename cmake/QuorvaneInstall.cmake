@@ -13,7 +13,6 @@ set(quorvane_known_targets
     SQLite::SQLite3 SQLite3 sqlite3
     OpenSSL::Crypto OpenSSL libcrypto
     OpenSSL::SSL OpenSSL libssl
-    pugixml::pugixml pugixml pugixml
     Threads::Threads Threads -
     Qt6::Core Qt6Core Qt6Core
     Qt6::Gui Qt6Gui Qt6Gui)

@@ -143,7 +143,7 @@ TEST(GPXReaderTest, WhatIsWrongIsToldInASentenceWithItsLine) {
     EXPECT_EQ(error(segment("<trkpt lat=\"1\" lon=\"2\"><time>yesterday</time></trkpt>")),
               "ride.gpx, line 4: the time \"yesterday\" is no date and time.");
     EXPECT_EQ(error(segment("<trkpt lat=\"1\" lon=\"2\"><hdop>-1</hdop></trkpt>")),
-              "ride.gpx, line 4: the hdop \"-1\" is no number from 0 on.");
+              "ride.gpx, line 4: the hdop \"-1\" is no number from 0 to 1000000.");
     EXPECT_EQ(error(gpx("<trk><trkseg/></trk><rte/>")),
               "ride.gpx: the file has no track, route or waypoint with a point in it.");
     EXPECT_EQ(error("<kml/>"), "ride.gpx: the file is no GPX: its root element is \"kml\".");
@@ -174,7 +174,7 @@ TEST(GPXReaderTest, WhatIsNoXMLIsAnErrorWithItsLine) {
     EXPECT_TRUE(error(gpx("<trk>")).starts_with("ride.gpx, line 4: ")) << error(gpx("<trk>"));
 }
 
-TEST(GPXReaderTest, AFileInUTF16IsReadAndItsErrorsCountPoints) {
+TEST(GPXReaderTest, AFileInUTF16IsReadAndItsErrorsNameTheLine) {
     const auto utf16 = [](const std::string& text) {
         std::string result = "\xFF\xFE";
         for (const char c : text) {
@@ -188,7 +188,7 @@ TEST(GPXReaderTest, AFileInUTF16IsReadAndItsErrorsCountPoints) {
     const std::string end = "</trkseg></trk></gpx>";
 
     EXPECT_EQ(read(utf16(start + end)).fixes.size(), 1U);
-    EXPECT_EQ(error(utf16(start + "\n<trkpt lat=\"1\"/>" + end)), "ride.gpx, point 2: a point has no longitude.");
+    EXPECT_EQ(error(utf16(start + "\n<trkpt lat=\"1\"/>" + end)), "ride.gpx, line 2: a point has no longitude.");
 }
 
 TEST(GPXReaderTest, AFileThatCannotBeReadIsAnError) {
