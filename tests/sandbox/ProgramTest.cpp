@@ -1,16 +1,11 @@
-#include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
-#include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include "sandbox/Program.h"
 #include "sandbox/SandboxFixture.h"
 
 namespace quorvane::sandbox::test {
@@ -21,84 +16,11 @@ using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 using ::testing::StartsWith;
 
-/// The program as a child process.
-class Program {
-public:
-    explicit Program(std::vector<std::string> arguments) {
-        std::array<int, 2> output{};
-        std::array<int, 2> errors{};
-        EXPECT_EQ(::pipe2(output.data(), O_CLOEXEC), 0);
-        EXPECT_EQ(::pipe2(errors.data(), O_CLOEXEC), 0);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
-        arguments.insert(arguments.begin(), QUORVANE_SANDBOX_PROGRAM);
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
-        EXPECT_EQ(::posix_spawn(&process, pointers.front(), &actions, nullptr, pointers.data(), environ), 0);
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(output[1]);
-        ::close(errors[1]);
-        outputEnd = output[0];
-        errorEnd = errors[0];
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-    ~Program() {
-        if (process > 0) {
-            ::kill(process, SIGKILL);
-            std::ignore = wait();
-        }
-        ::close(outputEnd);
-        ::close(errorEnd);
-    }
-
-    void signal(int number) const { ::kill(process, number); }
-
-    /// The exit status; the number of the signal below zero when one ended it.
-    int wait() {
-        int status = 0;
-        ::waitpid(process, &status, 0);
-        process = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    }
-
-    [[nodiscard]] std::string readOutputLine() const { return readLine(outputEnd); }
-    [[nodiscard]] std::string readErrorLine() const { return readLine(errorEnd); }
-    [[nodiscard]] std::string restOfOutput() const { return readAll(outputEnd); }
-    [[nodiscard]] std::string restOfErrors() const { return readAll(errorEnd); }
-
-private:
-    static bool readByte(int file, char& byte) {
-        pollfd wait{.fd = file, .events = POLLIN, .revents = 0};
-        if (::poll(&wait, 1, 20'000) != 1) {
-            throw std::runtime_error("the program says nothing");
-        }
-        return ::read(file, &byte, 1) == 1;
-    }
-    static std::string readLine(int file) {
-        std::string line;
-        for (char byte = 0; readByte(file, byte) && byte != '\n';) {
-            line += byte;
-        }
-        return line;
-    }
-    static std::string readAll(int file) {
-        std::string text;
-        for (char byte = 0; readByte(file, byte);) {
-            text += byte;
-        }
-        return text;
-    }
-
-    pid_t process = -1;
-    int outputEnd = -1;
-    int errorEnd = -1;
-};
+/// The sandbox's program with these arguments.
+std::vector<std::string> command(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), QUORVANE_SANDBOX_PROGRAM);
+    return arguments;
+}
 
 struct Ports {
     int data = 0;
@@ -116,7 +38,7 @@ Ports portsOf(const std::string& line) {
 
 /// Runs the program to its end.
 void expectEnd(const std::vector<std::string>& arguments, int status, const ::testing::Matcher<std::string>& errors) {
-    Program program(arguments);
+    Program program(command(arguments));
     EXPECT_EQ(program.restOfOutput(), "");
     const std::string told = program.restOfErrors();
     EXPECT_THAT(told, errors);
@@ -133,7 +55,7 @@ std::vector<std::string> withFreePorts(const std::vector<std::string>& more) {
 }
 
 TEST(Program, TellsWhereItsServicesAreAndLogsEachRequest) {
-    Program program(freePorts);
+    Program program(command(freePorts));
     const Ports ports = portsOf(program.readOutputLine());
 
     EXPECT_EQ(ask(ports.data, "GET /config?a=b HTTP/1.1\r\n\r\n").status(), 401);
@@ -149,7 +71,7 @@ TEST(Program, TellsWhereItsServicesAreAndLogsEachRequest) {
 }
 
 TEST(Program, EndsCleanlyWhenItIsInterrupted) {
-    Program program(withFreePorts({"--quiet", "--fault", "*:delay=3600s"}));
+    Program program(command(withFreePorts({"--quiet", "--fault", "*:delay=3600s"})));
     const Ports ports = portsOf(program.readOutputLine());
     RawConnection waiting(ports.data);
     waiting.send("GET /config HTTP/1.1\r\n\r\n");
@@ -161,7 +83,7 @@ TEST(Program, EndsCleanlyWhenItIsInterrupted) {
 }
 
 TEST(Program, SaysNothingOfRequestsWhenItIsQuiet) {
-    Program program(withFreePorts({"--quiet"}));
+    Program program(command(withFreePorts({"--quiet"})));
     const Ports ports = portsOf(program.readOutputLine());
     EXPECT_EQ(ask(ports.data, "GET /config HTTP/1.1\r\n\r\n").status(), 401);
     program.signal(SIGTERM);
@@ -170,7 +92,7 @@ TEST(Program, SaysNothingOfRequestsWhenItIsQuiet) {
 }
 
 TEST(Program, ATakenPortEndsItWithOneSentence) {
-    Program first(freePorts);
+    Program first(command(freePorts));
     const Ports ports = portsOf(first.readOutputLine());
     const std::string data = std::to_string(ports.data);
     const std::string identity = std::to_string(ports.identity);
@@ -185,13 +107,14 @@ TEST(Program, ATakenPortEndsItWithOneSentence) {
 TEST(Program, APortIsFreeAgainAtOnce) {
     Ports ports;
     {
-        Program program(freePorts);
+        Program program(command(freePorts));
         ports = portsOf(program.readOutputLine());
         EXPECT_EQ(ask(ports.data, "GET /nowhere HTTP/1.1\r\nConnection: close\r\n\r\n").status(), 404);
         program.signal(SIGTERM);
         EXPECT_EQ(program.wait(), 0);
     }
-    Program again({"--data-port", std::to_string(ports.data), "--identity-port", std::to_string(ports.identity)});
+    Program again(
+        command({"--data-port", std::to_string(ports.data), "--identity-port", std::to_string(ports.identity)}));
     EXPECT_EQ(portsOf(again.readOutputLine()).data, ports.data);
 }
 
@@ -214,7 +137,7 @@ TEST(Program, AFileThatCannotBeReadEndsItWithStatusOne) {
 }
 
 TEST(Program, HelpIsNoFailure) {
-    Program program({"--help"});
+    Program program(command({"--help"}));
     const std::string help = program.restOfOutput();
     EXPECT_EQ(program.wait(), 0);
     for (const char* option : {"--data-port", "--identity-port", "--database", "--seed", "--around", "--token-lifetime",
@@ -229,7 +152,7 @@ protected:
 
     /// What a search finds in the program that these arguments start.
     static std::string search(const std::vector<std::string>& arguments, const std::string& query) {
-        Program program(withFreePorts(arguments));
+        Program program(command(withFreePorts(arguments)));
         const Ports ports = portsOf(program.readOutputLine());
         const std::string code =
             field(ask(ports.identity, "GET /authorize?" + authorizeQuery() + " HTTP/1.1\r\n\r\n"), "code");
@@ -262,7 +185,7 @@ TEST_F(ProgramData, PlacesAreAroundThePointOrTrackThatWasGiven) {
 }
 
 TEST_F(ProgramData, TheTokenLifetimeIsTold) {
-    Program program(withFreePorts({"--token-lifetime", "5"}));
+    Program program(command(withFreePorts({"--token-lifetime", "5"})));
     const Ports ports = portsOf(program.readOutputLine());
     const std::string code =
         field(ask(ports.identity, "GET /authorize?" + authorizeQuery() + " HTTP/1.1\r\n\r\n"), "code");
@@ -270,7 +193,8 @@ TEST_F(ProgramData, TheTokenLifetimeIsTold) {
 }
 
 TEST_F(ProgramData, FaultsOfTheCommandLineHappen) {
-    Program program(withFreePorts({"--fault", "/config:status=503:count=1", "--fault", "/authorize:drop:count=1"}));
+    Program program(
+        command(withFreePorts({"--fault", "/config:status=503:count=1", "--fault", "/authorize:drop:count=1"})));
     const Ports ports = portsOf(program.readOutputLine());
     EXPECT_EQ(ask(ports.data, "GET /config HTTP/1.1\r\n\r\n").status(), 503);
     EXPECT_EQ(ask(ports.data, "GET /config HTTP/1.1\r\n\r\n").status(), 401);
