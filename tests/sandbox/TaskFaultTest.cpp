@@ -94,6 +94,11 @@ TEST_F(TaskFaultTest, AnExpiredTokenLeavesEverythingAsItWas) {
     EXPECT_EQ(respond(pick(0, {0})).status(), 200);
 }
 
+TEST_F(TaskFaultTest, AFaultNamesAKeyAsItIsMeant) {
+    breakNext("/tasks/a b/responses", "status=500");
+    expectError(send("/tasks/a%20b/responses", "{}"), 500, "fault");
+}
+
 TEST_F(TaskFaultTest, ClaimsAndAnswersOutliveARestartInAFile) {
     const quorvane::testing::ScratchDirectory folder;
     const std::string file = folder.path() + "/store";
