@@ -51,7 +51,7 @@ QVStatus statusOf(int httpStatus) {
     }
 }
 
-void Router::send(const EndpointFields& endpoint, Headers headers, Decoder decoder,
+void Router::send(const EndpointFields& endpoint, Headers&& headers, Decoder decoder,
                   std::function<void(const Answer&)> completion) const {
     std::vector<std::pair<std::string, std::string>> query;
     query.reserve(endpoint.parameters.size());

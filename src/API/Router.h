@@ -33,7 +33,8 @@ public:
     /// the table of `statusOf`, `ERROR_NETWORK` when no answer arrived, `ERROR_SERIALIZATION` when an answer's body
     /// could not be decoded, which is logged.
     template <class Call>
-    void request(const Call& endpoint, Headers headers, RequestCompletion<typename Call::ModelClass> completion) const {
+    void request(const Call& endpoint, Headers&& headers,
+                 RequestCompletion<typename Call::ModelClass> completion) const {
         using Model = typename Call::ModelClass;
         const Decoder decoder = [](const json::Document& document) -> std::shared_ptr<void> {
             auto model = std::make_shared<Model>();
@@ -55,7 +56,7 @@ private:
     };
     using Decoder = std::shared_ptr<void> (*)(const json::Document&);
 
-    void send(const EndpointFields& endpoint, Headers headers, Decoder decoder,
+    void send(const EndpointFields& endpoint, Headers&& headers, Decoder decoder,
               std::function<void(const Answer&)> completion) const;
     [[nodiscard]] static Answer read(int httpStatus, std::string body, ResponseFormat format, Decoder decoder);
 };

@@ -12,9 +12,9 @@ using ::testing::IsEmpty;
 class RouterRequestTest : public APITest {
 protected:
     /// Sends the call through a router and answers what reached the transport.
-    [[nodiscard]] platform::HTTPRequest sent(const TestEndpoint& endpoint, const Headers& headers = {}) {
+    [[nodiscard]] platform::HTTPRequest sent(const TestEndpoint& endpoint, Headers headers = {}) {
         transport().answerOtherwise(Answer::json("{}"));
-        Router(*URL::parse("https://api.example.com/v2")).request(endpoint, headers, [](const auto&...) {});
+        Router(*URL::parse("https://api.example.com/v2")).request(endpoint, std::move(headers), [](const auto&...) {});
         return transport().requests().back().request;
     }
 };
