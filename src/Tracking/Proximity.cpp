@@ -9,9 +9,9 @@ namespace quorvane {
 namespace {
 
 /// None as well where the coordinate is no point on the earth.
-std::optional<platform::Coordinate> coordinateOf(const std::shared_ptr<QVPlace>& place) {
-    const bool hasOne = place && place->location && place->location->coordinate;
-    return hasOne && place->location->coordinate->isValid() ? place->location->coordinate : std::nullopt;
+std::optional<platform::Coordinate> coordinateOf(const QVPlace& place) {
+    const bool hasOne = place.location && place.location->coordinate && place.location->coordinate->isValid();
+    return hasOne ? place.location->coordinate : std::nullopt;
 }
 
 } // namespace
@@ -30,7 +30,7 @@ void QVTrackingService::getProximityInfo(const platform::Location& location, Pro
             std::shared_ptr<QVPlace> first;
             if (status == QVStatus::SUCCESS && found) {
                 for (const std::shared_ptr<QVPlace>& place : found->data) {
-                    const auto coordinate = coordinateOf(place);
+                    const auto coordinate = coordinateOf(*place);
                     if (!coordinate || platform::distance(*coordinate, location.coordinate) > proximityRadius) {
                         continue;
                     }

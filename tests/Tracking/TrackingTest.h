@@ -56,6 +56,9 @@ protected:
         storeTokens(30 * 24 * 3600);
         answerPlaces("[]");
         Quorvane::setDelegate(delegate);
+        // The first that the manager is told, and no test's concern, is its authorization.
+        static_cast<void>(manager());
+        phone->runUntilIdle();
         TrackingObservation::shared().setObserver(&observer);
     }
     ~TrackingTest() override { TrackingObservation::shared().setObserver(nullptr); }

@@ -1,0 +1,179 @@
+#include "Tracking/TrackingTest.h"
+
+namespace quorvane {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class GetLocationTest : public TrackingTest {
+protected:
+    void ask(const LocationCalls& answers, Accuracy accuracy = Accuracy::MEDIUM) {
+        manager().getLocation(accuracy, answers.record());
+    }
+
+    void receive(const platform::Location& fix) {
+        services().receive(fix);
+        settle();
+    }
+
+    const LocationCalls calls;
+};
+
+TEST_F(GetLocationTest, TheNextFixAnswers) {
+    ask(calls);
+    EXPECT_EQ(calls.count(), 0U);
+    EXPECT_EQ(precise().requests, 1);
+
+    receive(fixAt(0));
+    receive(fixAt(10, 1));
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::SUCCESS);
+    EXPECT_EQ(calls.first<1>(), fixAt(0));
+}
+
+TEST_F(GetLocationTest, TheAccuracyAskedForIsThatOfTheCaller) {
+    const std::vector<std::pair<Accuracy, double>> expected{
+        {Accuracy::NONE, 100}, {Accuracy::LOW, 1000}, {Accuracy::MEDIUM, 100}, {Accuracy::HIGH, -1}};
+    for (const auto& [accuracy, metres] : expected) {
+        ask(calls, accuracy);
+        EXPECT_EQ(precise().desiredAccuracy, metres);
+    }
+}
+
+TEST_F(GetLocationTest, WithoutPermissionDelegateAndCallerAreToldAtOnce) {
+    setStopped(true);
+    services().setAuthorization(platform::LocationAuthorization::denied);
+
+    ask(calls);
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_PERMISSIONS);
+    EXPECT_EQ(calls.first<1>(), std::nullopt);
+    EXPECT_FALSE(calls.first<2>());
+    EXPECT_THAT(delegate->errors(), ElementsAre(QVStatus::ERROR_PERMISSIONS));
+    EXPECT_EQ(precise().requests, 0);
+    advance(30s);
+    EXPECT_EQ(calls.count(), 1U);
+}
+
+TEST_F(GetLocationTest, AfterTwentySecondsWithoutAFixTheCallerIsToldThatThereIsNone) {
+    setStopped(true);
+    ask(calls);
+    advance(20s - 1ns);
+    EXPECT_EQ(calls.count(), 0U);
+
+    advance(1ns);
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_LOCATION);
+    EXPECT_EQ(calls.first<1>(), std::nullopt);
+    EXPECT_TRUE(calls.first<2>());
+    EXPECT_THAT(delegate->errors(), IsEmpty());
+    EXPECT_TRUE(observer.of<observed::Answer>().at(0).timedOut);
+}
+
+TEST_F(GetLocationTest, OneTimeoutFailsAllWhoWait) {
+    const LocationCalls later;
+    ask(calls);
+    advance(15s);
+    ask(later);
+
+    advance(5s);
+
+    EXPECT_EQ(calls.count(), 1U);
+    ASSERT_EQ(later.count(), 1U);
+    EXPECT_EQ(later.first<0>(), QVStatus::ERROR_LOCATION);
+    advance(60s);
+    EXPECT_EQ(later.count(), 1U);
+}
+
+TEST_F(GetLocationTest, CallersAreAnsweredInTheOrderOfTheirAsking) {
+    std::vector<int> order;
+    for (int i = 0; i < 3; ++i) {
+        manager().getLocation(Accuracy::LOW, [&order, i](QVStatus, const auto&, bool) { order.push_back(i); });
+    }
+
+    receive(fixAt(0));
+
+    EXPECT_THAT(order, ElementsAre(0, 1, 2));
+    EXPECT_EQ(observer.of<observed::Answer>().at(0).callers, 3U);
+}
+
+TEST_F(GetLocationTest, WhoAsksInsideAnAnswerIsNotLostAndWaitsForTheNextFix) {
+    const LocationCalls next;
+    manager().getLocation(Accuracy::LOW, [&](QVStatus, const auto&, bool) { ask(next); });
+    ask(calls);
+
+    receive(fixAt(0));
+    EXPECT_EQ(calls.count(), 1U);
+    EXPECT_EQ(next.count(), 0U);
+
+    receive(fixAt(5, 1));
+    ASSERT_EQ(next.count(), 1U);
+    EXPECT_EQ(next.first<1>(), fixAt(5, 1));
+}
+
+TEST_F(GetLocationTest, ThoseWhoAskedInsideAnAnswerHaveATimeoutOfTheirOwn) {
+    const LocationCalls next;
+    manager().getLocation(Accuracy::LOW, [&](QVStatus, const auto&, bool) { ask(next); });
+    ask(calls);
+    receive(fixAt(0));
+
+    advance(20s);
+
+    EXPECT_EQ(next.count(), 1U);
+    EXPECT_EQ(next.first<0>(), QVStatus::ERROR_LOCATION);
+}
+
+TEST_F(GetLocationTest, AFailureOfThePlatformFailsAllWhoWait) {
+    ask(calls);
+
+    services().fail({platform::LocationError::Kind::unknown, "No signal."});
+    settle();
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_LOCATION);
+    EXPECT_EQ(calls.first<1>(), std::nullopt);
+    EXPECT_THAT(delegate->errors(), ElementsAre(QVStatus::ERROR_LOCATION));
+}
+
+TEST_F(GetLocationTest, ASecondRequestIsNotAnsweredByTheTimeoutOfTheFirst) {
+    ask(calls);
+    receive(fixAt(0));
+    advance(10s);
+    const LocationCalls second;
+    ask(second);
+
+    advance(10s);
+    EXPECT_EQ(second.count(), 0U);
+    advance(10s);
+
+    EXPECT_EQ(second.count(), 1U);
+}
+
+TEST_F(GetLocationTest, TellsWhatItDoesWhileVerbose) {
+    setLogLevel(QVLogLevel::DEBUG);
+    manager().verbose = true;
+
+    ask(calls, Accuracy::HIGH);
+    EXPECT_THAT(messages(), ElementsAre("getLocation | acc = HIGH;", "Requesting location"));
+
+    phone->application().clearOutput();
+    advance(20s);
+    EXPECT_THAT(messages(), ElementsAre("Calling completion handlers | handlers.count = 1; status = ERROR_LOCATION; "
+                                        "location = nil"));
+}
+
+TEST_F(GetLocationTest, ACallerOfAnEndedWorldIsNeverAnswered) {
+    ask(calls);
+
+    phone.relaunch();
+    advance(60s);
+
+    EXPECT_EQ(calls.count(), 0U);
+}
+
+} // namespace
+} // namespace quorvane
