@@ -179,6 +179,35 @@ TEST_F(QVLoggerTest, OtherThreadsLogIntoTheSameOrderedQueue) {
     EXPECT_THAT(next, ::testing::Each(lineCount));
 }
 
+TEST_F(QVLoggerTest, AMessageThatIsExpensiveIsMadeOnlyWhereTheLevelAdmitsItThen) {
+    setLogLevel(QVLogLevel::INFO);
+    int made = 0;
+    const auto make = [&made] {
+        ++made;
+        return std::string("expensive");
+    };
+
+    QVLogger::shared().log(QVLogLevel::INFO, make);
+    QVLogger::shared().log(QVLogLevel::DEBUG, make);
+    EXPECT_EQ(made, 0);
+    EXPECT_THAT(messages(), ElementsAre("expensive"));
+    EXPECT_EQ(made, 1);
+
+    QVLogger::shared().log(QVLogLevel::DEBUG, make);
+    setLogLevel(QVLogLevel::DEBUG);
+    EXPECT_THAT(messages(), ElementsAre("expensive", "expensive"));
+}
+
+TEST_F(QVLoggerTest, MessagesOfBothKindsKeepTheirOrder) {
+    setLogLevel(QVLogLevel::DEBUG);
+
+    log(QVLogLevel::INFO, "one");
+    QVLogger::shared().log(QVLogLevel::INFO, [] { return std::string("two"); });
+    log(QVLogLevel::INFO, "three");
+
+    EXPECT_THAT(messages(), ElementsAre("one", "two", "three"));
+}
+
 TEST_F(QVLoggerTest, WhatWaitsWhenAnotherPlatformIsInstalledIsNeverWritten) {
     setLogLevel(QVLogLevel::DEBUG);
     log(QVLogLevel::ERROR, "of the old world");

@@ -134,6 +134,32 @@ TEST_F(SignedInFlagTest, AnEntryThatWasRemovedDuringARefreshStaysAway) {
     EXPECT_EQ(stored(), std::nullopt);
 }
 
+TEST_F(SignedInFlagTest, TrackingIsOnDuringARefreshAsItWasBefore) {
+    EXPECT_FALSE(flag.isTracking());
+    flag.set(true);
+    EXPECT_TRUE(flag.isTracking());
+
+    flag.beginRefresh();
+    EXPECT_FALSE(flag.isSet());
+    EXPECT_TRUE(flag.isTracking());
+    flag.set(false);
+    EXPECT_FALSE(flag.isTracking());
+    flag.set(true);
+    EXPECT_TRUE(flag.isTracking());
+    flag.endRefresh();
+
+    EXPECT_TRUE(flag.isTracking());
+}
+
+TEST_F(SignedInFlagTest, TrackingGoesByAnEntryThatSomebodyElseWroteDuringARefresh) {
+    flag.beginRefresh();
+    preferences().setBoolean("quorvane_background_tracking", true);
+    EXPECT_TRUE(flag.isTracking());
+
+    preferences().remove("quorvane_background_tracking");
+    EXPECT_FALSE(flag.isTracking());
+}
+
 TEST_F(SignedInFlagTest, AProcessThatEndsDuringARefreshLeavesFalse) {
     flag.set(true);
     flag.beginRefresh();
