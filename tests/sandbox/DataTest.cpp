@@ -3,9 +3,6 @@
 namespace quorvane::sandbox::test {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-
 class DataTest : public SandboxTest {
 protected:
     void SetUp() override {

@@ -4,8 +4,6 @@ namespace quorvane::sandbox::test {
 namespace {
 
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::Not;
 
 class FaultTest : public SandboxTest {
 protected:
