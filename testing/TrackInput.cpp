@@ -26,7 +26,7 @@ TrackInput::TrackInput(TrackOrigin theOrigin) : origin(std::move(theOrigin)) {
         std::error_code ignored;
         const std::filesystem::file_status status = std::filesystem::status(origin.name, ignored);
         if (std::filesystem::is_other(status)) {
-            failure = "the file cannot be read: it is no regular file";
+            failure = "the file cannot be read: it is neither a regular file nor a pipe";
             return;
         }
         file.reset(std::fopen(origin.name.c_str(), "rb"));

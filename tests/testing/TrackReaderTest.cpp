@@ -1,7 +1,9 @@
 #include <fstream>
 #include <limits>
+#include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "support/ScratchDirectory.h"
 #include "testing/SimulatedClock.h"
@@ -115,7 +117,23 @@ TEST(TrackReaderTest, AFileThatCannotBeReadIsAnError) {
     EXPECT_EQ(std::get<TrackError>(readTrack(folder.path())).message,
               folder.path() + ": the file cannot be read: Is a directory.");
     EXPECT_EQ(std::get<TrackError>(readTrack("/dev/null")).message,
-              "/dev/null: the file cannot be read: it is no regular file.");
+              "/dev/null: the file cannot be read: it is neither a regular file nor a pipe.");
+}
+
+TEST(TrackReaderTest, APipeIsReadAsItFills) {
+    const ScratchDirectory folder;
+    const std::string pipe = folder.path() + "/track";
+    ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+    std::thread writer([&] {
+        std::ofstream out(pipe);
+        out << "46.05,14.5,2026-05-01T08:00:00Z\n" << std::flush << "46.06,14.5,2026-05-01T08:01:00Z\n";
+    });
+
+    const TrackResult result = readTrack(pipe);
+    writer.join();
+
+    ASSERT_TRUE(std::holds_alternative<Track>(result)) << std::get<TrackError>(result).message;
+    EXPECT_EQ(std::get<Track>(result).fixes.size(), 2U);
 }
 
 TEST(TrackReaderTest, UTF16WithAByteOrderMarkIsRead) {
