@@ -1,5 +1,6 @@
 #include "tools/Arguments.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -53,6 +54,29 @@ int metresIn(const std::string& option, const std::string& text) {
         refuse(option, "a whole number of metres from 0 to " + std::to_string(std::numeric_limits<int>::max()), text);
     }
     return *metres;
+}
+
+std::size_t ordinalIn(const std::string& option, const std::string& text) {
+    const std::optional<std::size_t> number = numberIn<std::size_t>(text);
+    if (!number || *number == 0) {
+        refuse(option, "a whole number from 1 on", text);
+    }
+    return *number;
+}
+
+std::vector<std::string> listIn(const std::string& option, const std::string& text) {
+    std::vector<std::string> items(1);
+    for (const char character : text) {
+        if (character == ',') {
+            items.emplace_back();
+        } else {
+            items.back() += character;
+        }
+    }
+    if (std::find(items.begin(), items.end(), "") != items.end()) {
+        refuse(option, "keys with commas between them, such as a1,a2", text);
+    }
+    return items;
 }
 
 std::uint16_t portIn(const std::string& option, const std::string& text) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "Core/Enumerations.h"
 #include "Platform/Location.h"
@@ -15,6 +17,12 @@ namespace quorvane::tool {
 
 /// A whole number of metres from 0 on.
 [[nodiscard]] int metresIn(const std::string& option, const std::string& text);
+
+/// A whole number from 1 on.
+[[nodiscard]] std::size_t ordinalIn(const std::string& option, const std::string& text);
+
+/// "a1,a2": one text or more between commas, none of them empty.
+[[nodiscard]] std::vector<std::string> listIn(const std::string& option, const std::string& text);
 
 /// 1 to 65535.
 [[nodiscard]] std::uint16_t portIn(const std::string& option, const std::string& text);

@@ -9,13 +9,17 @@
 #include "tools/Failure.h"
 #include "tools/commands/Demo.h"
 #include "tools/commands/DeviceInfo.h"
+#include "tools/commands/Places.h"
+#include "tools/commands/Rewards.h"
 #include "tools/commands/Search.h"
 #include "tools/commands/SignIn.h"
+#include "tools/commands/Tasks.h"
 
 namespace quorvane::tool {
 namespace {
 
-constexpr const char* description = "The Quorvane SDK on a command line: signs in, searches, and shows what it does.";
+constexpr const char* description =
+    "The Quorvane SDK on a command line: signs in, searches, answers tasks, and shows what it does.";
 constexpr const char* footer =
     "Exit status: 0 for SUCCESS; 1 for any other status, whose name and meaning stand on standard error, and for "
     "files and ports; 2 for a wrong command line.";
@@ -78,6 +82,9 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     addGlobalOptions(program, line.global);
     addSignIn(program, line.command);
     addSearch(program, line.command);
+    addTasks(program, line.command);
+    addPlaces(program, line.command);
+    addRewards(program, line.command);
     addDeviceInfo(program, line.command);
     addDemo(program, line.command);
     try {
@@ -90,7 +97,8 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
         throw WrongForm(sentenceOf(error));
     }
     if (!line.command) {
-        throw WrongForm("name one of the commands sign-in, search, device and demo; --help explains them");
+        throw WrongForm(
+            "name one of the commands sign-in, search, tasks, places, rewards, device and demo; --help explains them");
     }
     return line;
 }

@@ -37,8 +37,7 @@ std::string addressText(const QVAddress* address) {
     return text;
 }
 
-/// What the user is offered, as short as it can be said.
-std::string rewardText(const QVReward& reward) {
+std::string nameOf(const QVReward& reward) {
     if (reward.barcode && reward.barcode->alternateText) {
         return *reward.barcode->alternateText;
     }
@@ -57,11 +56,11 @@ std::string rewardsText(const QVTask& task) {
 }
 
 template <class Item>
-std::span<const Item> beginningOf(const std::vector<Item>& list, ListStyle style) {
+std::span<const Item> beginningOf(const std::vector<Item>& list, const ListStyle& style) {
     return std::span(list).first(std::min(list.size(), style.mostRows));
 }
 
-void print(const Table& table, std::size_t count, Terminal& terminal, ListStyle style) {
+void print(const Table& table, std::size_t count, Terminal& terminal, const ListStyle& style) {
     if (count > 0) {
         table.print(terminal, style.indent);
     }
@@ -73,20 +72,28 @@ void print(const Table& table, std::size_t count, Terminal& terminal, ListStyle 
 
 } // namespace
 
-void printPlaces(const QVPlaceList& places, const platform::Coordinate& point, Terminal& terminal, ListStyle style) {
-    Table table({{"distance", 10, true}, {"place", 34}, {"address", 44}});
+std::string rewardText(const QVReward& reward) {
+    const std::string state = reward.state.value_or("");
+    return nameOf(reward) + (state.empty() ? "" : " (" + state + ")");
+}
+
+void printPlaces(const QVPlaceList& places, const platform::Coordinate& point, Terminal& terminal,
+                 const ListStyle& style) {
+    Table table({{"distance", 10, true}, {"place", 34}, {"address", 44}, {"own", 3}});
     for (const auto& place : beginningOf(places, style)) {
         const std::optional<double> metres = distanceOf(*place, point);
-        table.add({metres ? metresText(*metres) : "?", place->name, addressText(place->location.get())});
+        table.add({metres ? metresText(*metres) : "?", place->name, addressText(place->location.get()),
+                   style.own.contains(place->_id) ? "yes" : ""});
     }
     print(table, places.size(), terminal, style);
 }
 
-void printTasks(const QVTaskList& tasks, Terminal& terminal, ListStyle style) {
-    Table table({{"task", 44}, {"distance", 20, true}, {"state", 12}, {"rewards", 34}});
+void printTasks(const QVTaskList& tasks, Terminal& terminal, const ListStyle& style) {
+    Table table({{"no.", 4, true}, {"task", 44}, {"distance", 20, true}, {"state", 12}, {"rewards", 40}});
+    std::size_t number = 0;
     for (const auto& task : beginningOf(tasks, style)) {
-        table.add({task->title.value_or(task->key.value_or("untitled")), task->distanceText(false),
-                   std::string(json::rawValue(task->state)), rewardsText(*task)});
+        table.add({std::to_string(++number), task->title.value_or(task->key.value_or("untitled")),
+                   task->distanceText(false), std::string(json::rawValue(task->state)), rewardsText(*task)});
     }
     print(table, tasks.size(), terminal, style);
 }

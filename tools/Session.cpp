@@ -1,10 +1,12 @@
 #include "tools/Session.h"
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <utility>
 
 #include "API/QVAuthService.h"
+#include "Core/Configured.h"
 #include "Core/PreferenceKeys.h"
 #include "Device/QVUtils.h"
 #include "Facade/Quorvane.h"
@@ -48,6 +50,15 @@ Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::fu
 
 Session::~Session() {
     platform::install(nullptr);
+}
+
+void Session::configure() {
+    // What stands before the access key chooses the environment, which only requests need.
+    constexpr std::size_t prefix = 9;
+    if (!isConfigured()) {
+        platformInUse->stored().setString(preference::accessKey,
+                                          options.key.substr(std::min(prefix, options.key.size())));
+    }
 }
 
 void Session::signIn() {

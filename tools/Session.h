@@ -29,6 +29,9 @@ public:
 
     [[nodiscard]] ToolPlatform& platform() { return *platformInUse; }
 
+    /// Gives the library its key and nothing more: for what it answers without a request. A key that is stored stays.
+    void configure();
+
     /// Initialises the library with the key and waits for the first outcome of a sign-in. Throws a `Failure` with its
     /// status when that is no success.
     void signIn();

@@ -52,6 +52,10 @@ void Terminal::line(std::string_view text) {
     }
 }
 
+void Terminal::row(std::string_view label, std::string_view value, std::size_t labelWidth) {
+    line("  " + painted(padded(label, labelWidth), Paint::faint) + std::string(value));
+}
+
 std::string Terminal::painted(std::string_view text, Paint paint) const {
     if (!hasColours || paint == Paint::plain) {
         return std::string(text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,9 @@ public:
 
     /// One line on standard output.
     void line(std::string_view text = {});
+
+    /// "  label     value" on standard output, the value at a column of its own.
+    void row(std::string_view label, std::string_view value, std::size_t labelWidth);
 
     /// @p text in a colour, where there are colours.
     [[nodiscard]] std::string painted(std::string_view text, Paint paint) const;

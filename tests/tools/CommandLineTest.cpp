@@ -26,8 +26,12 @@ const std::string metres = " takes a whole number of metres from 0 to 2147483647
 INSTANTIATE_TEST_SUITE_P(
     Forms, WrongCommandLine,
     ::testing::Values(
-        WrongLine{Arguments{}, "name one of the commands sign-in, search, device and demo; --help explains them"},
-        WrongLine{{"--json"}, "name one of the commands sign-in, search, device and demo; --help explains them"},
+        WrongLine{
+            Arguments{},
+            "name one of the commands sign-in, search, tasks, places, rewards, device and demo; --help explains them"},
+        WrongLine{
+            {"--json"},
+            "name one of the commands sign-in, search, tasks, places, rewards, device and demo; --help explains them"},
         WrongLine{{"fly"}, "the following argument was not expected: fly"},
         WrongLine{{"sign-in", "device"}, "the following argument was not expected: device"},
         WrongLine{{"sign-in", "--user", "u"}, "the following arguments were not expected: u --user"},
@@ -48,6 +52,34 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{{"search", "tasks", "--campaign", ""}, "--campaign takes a text that is not empty"},
         WrongLine{{"search", "tasks", "--near", "1,2", "--place", "p"}, "--near and --place do not go together"},
         WrongLine{{"search", "tasks", "--campaign", "c", "--place", "p"}, "--campaign and --place do not go together"},
+        WrongLine{{"tasks"}, "name what to do with a task: claim, requirements, questions, next, check or answer"},
+        WrongLine{{"tasks", "claim"}, "--task is required"},
+        WrongLine{{"tasks", "claim", "--task", ""}, "--task takes a text that is not empty"},
+        WrongLine{{"tasks", "claim", "--task"}, "--task needs a value"},
+        WrongLine{{"tasks", "claim", "--task", "f", "--at", "here"},
+                  "--at takes LAT,LNG in degrees, such as 52.0931,5.6642, not \"here\""},
+        WrongLine{{"tasks", "claim", "--task", "f", "--number", "0"},
+                  "--number takes a whole number from 1 on, not \"0\""},
+        WrongLine{{"tasks", "claim", "--task", "f", "--number", "first"},
+                  "--number takes a whole number from 1 on, not \"first\""},
+        WrongLine{{"tasks", "questions", "--task", "f", "--at", "1,2"},
+                  "the following arguments were not expected: 1,2 --at"},
+        WrongLine{{"tasks", "next", "--task", "f"}, "--question is required"},
+        WrongLine{{"tasks", "next", "--task", "f", "--question", ""}, "--question takes a text that is not empty"},
+        WrongLine{{"tasks", "check", "--task", "f", "--question", "q", "--answers", "a,,b"},
+                  "--answers takes keys with commas between them, such as a1,a2, not \"a,,b\""},
+        WrongLine{{"tasks", "answer", "--task", "f", "--question", "q", "--answers", ""},
+                  "--answers takes keys with commas between them, such as a1,a2, not \"\""},
+        WrongLine{{"tasks", "answer", "--task", "f", "--question", "q", "--photo", ""},
+                  "--photo takes a text that is not empty"},
+        WrongLine{{"tasks", "give-up"}, "the following argument was not expected: give-up"},
+        WrongLine{{"places"}, "name what to do with places: add"}, WrongLine{{"places", "add"}, "FILE is required"},
+        WrongLine{{"places", "add", "f"}, "--near is required"},
+        WrongLine{{"places", "add", "f", "--near", "1"},
+                  "--near takes LAT,LNG in degrees, such as 52.0931,5.6642, not \"1\""},
+        WrongLine{{"places", "add", "f", "--near", "1,2", "--radius", "x"}, "--radius" + metres + "\"x\""},
+        WrongLine{{"places", "add", "f", "g", "--near", "1,2"}, "the following argument was not expected: g"},
+        WrongLine{{"rewards", "list"}, "the following argument was not expected: list"},
         WrongLine{{"--log-level", "loud", "device"},
                   "--log-level takes none, error, warning, info or debug, not \"loud\""},
         WrongLine{{"device", "--data-port", "65536"}, "--data-port takes a port from 1 to 65535, not \"65536\""},
@@ -102,7 +134,7 @@ TEST_F(CommandLineTest, ACoordinateMayBeginWithAMinus) {
 }
 
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsNoSuccess) {
-    const Ended ended = finish(start({"--version"}, {.output = "/dev/full", .errors = {}}));
+    const Ended ended = finish(start({"--version"}, {.output = "/dev/full", .errors = {}, .input = {}}));
 
     EXPECT_EQ(ended.exitStatus, 1);
     EXPECT_TRUE(ended.errors.starts_with("quorvane: standard output cannot be written: ")) << ended.errors;

@@ -119,6 +119,12 @@ Ended ProgramTest::run(Arguments arguments) {
     return runPlain(arguments);
 }
 
+std::string ProgramTest::makeFile(const std::string& name, const std::string& content) const {
+    const fs::path path = scratch / name;
+    std::ofstream(path, std::ios::binary) << content;
+    return path.string();
+}
+
 Ended ProgramTest::runPlain(const Arguments& arguments) {
     return finish(start(arguments));
 }
@@ -133,10 +139,11 @@ ProgramTest::Running ProgramTest::start(const Arguments& arguments, const Stream
     own.insert(own.end(), environment.begin(), environment.end());
     std::vector<std::string> all = variables(own);
 
+    const std::string input = streams.input.empty() ? "/dev/null" : streams.input;
     posix_spawn_file_actions_t files{};
     posix_spawn_file_actions_init(&files);
     constexpr int flags = O_WRONLY | O_CREAT | O_NOCTTY;
-    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, input.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, running.output.c_str(), flags, 0600);
     posix_spawn_file_actions_addopen(&files, STDERR_FILENO, running.errors.c_str(), flags, 0600);
     const int error = posix_spawn(&running.process, QUORVANE_PROGRAM, &files, nullptr, pointersTo(words).data(),

@@ -41,6 +41,8 @@ protected:
     struct Streams {
         std::string output;
         std::string errors;
+        /// A file that is the program's standard input; empty: nothing.
+        std::string input;
     };
 
     ProgramTest();
@@ -58,6 +60,9 @@ protected:
 
     Running start(const Arguments& arguments, const Streams& streams = {});
     static Ended finish(const Running& running);
+
+    /// Makes a file in the test's own folder; its path.
+    [[nodiscard]] std::string makeFile(const std::string& name, const std::string& content) const;
 
     /// How often the sandbox was asked for a path.
     [[nodiscard]] std::size_t requestsFor(const std::string& path) const;

@@ -18,7 +18,11 @@
 #include "tools/Terminal.h"
 #include "tools/Text.h"
 #include "tools/demo/Account.h"
+#include "tools/demo/AnswerStep.h"
+#include "tools/demo/OwnPlacesStep.h"
 #include "tools/demo/Ride.h"
+#include "tools/demo/Stage.h"
+#include "tools/demo/TaskSteps.h"
 #include "tools/demo/TemporaryFolder.h"
 #include "tools/demo/Walk.h"
 
@@ -66,13 +70,31 @@ void introduce(const Ride& ride, const sandbox::Sandbox& service, const std::str
         text += " in " + durationText(*duration);
     }
     const auto row = [&terminal](const char* label, const std::string& value) {
-        terminal.line("  " + terminal.painted(padded(label, 10), Paint::faint) + value);
+        constexpr std::size_t column = 10;
+        terminal.row(label, value, column);
     };
     terminal.line(terminal.painted("A ride with the Quorvane SDK", Paint::heading));
     row("ride", text + ", " + counted(ride.fixCount(), "fix", "fixes"));
     row("service", "a sandbox in this program, on ports " + std::to_string(service.dataPort()) + " (data) and " +
                        std::to_string(service.identityPort()) + " (identity)");
     row("home", home + (isTemporary ? ", removed at the end" : ""));
+}
+
+/// A task from the search that finds it to its reward.
+AnyCodable::Dictionary doTask(Stage& stage, const platform::Coordinate& near) {
+    const std::shared_ptr<QVTask> found = findTask(stage, near);
+    const std::shared_ptr<QVTask> task = claimTask(stage, found);
+    AnyCodable::Dictionary document = readTask(stage, task);
+    const Questionnaire questionnaire = answerQuestions(stage, task);
+    document["key"] = task->key.value_or("");
+    document["answers"] = questionnaire.answers;
+    document["score"] = questionnaire.score;
+    document["completed"] = questionnaire.isCompleted;
+    if (questionnaire.isCompleted) {
+        document["rewards"] = collectRewards(stage, *task);
+        stage.note("score", counted(static_cast<std::size_t>(questionnaire.score), "point") + " in total");
+    }
+    return document;
 }
 
 AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked, Terminal& terminal) {
@@ -92,23 +114,30 @@ AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked
     Session session(options, terminal,
                     [&](std::string_view line) { asked.logLevel ? terminal.log(line) : account->output(line); });
     Quorvane::setDelegate(account);
-    Walk walk(session, *account, terminal);
+    Stage stage(session, *account, terminal);
+    Walk walk(stage);
     walk.signIn();
     for (const Ride::Stop& stop : ride.stops(stopCount)) {
         walk.searchAt(stop, ride.isTimed());
     }
+    const platform::Coordinate start = ride.coordinates().front();
+    const AnyCodable::List ownPlaces = storeAndFindPlaces(stage, start);
+    const AnyCodable::Dictionary task = doTask(stage, start);
     walk.summarise();
     // The service ends with the program, and the tokens with it.
     QVAuthService::shared().logout();
-    return walk.document();
+    AnyCodable::Dictionary document = walk.document();
+    document["ownPlaces"] = ownPlaces;
+    document["task"] = task;
+    return document;
 }
 
 } // namespace
 
 void addDemo(CLI::App& program, Command& chosen) {
     const auto track = std::make_shared<std::string>();
-    CLI::App* const verb =
-        program.add_subcommand("demo", "Sign in to a service of its own, ride along a track, and tell what happens");
+    CLI::App* const verb = program.add_subcommand(
+        "demo", "Sign in to a service of its own, ride along a track, answer a task, and tell what happens");
     verb->fallthrough();
     verb->add_option_function<std::string>(
             "--track", [track](const std::string& text) { *track = textIn("--track", text); },

@@ -60,7 +60,7 @@ std::string textOf(const AnyCodable& value) {
 
 void print(std::string_view name, const std::string& value, Terminal& terminal) {
     constexpr std::size_t column = 38;
-    terminal.line("  " + terminal.painted(padded(name, column), Paint::faint) + value);
+    terminal.row(name, value, column);
 }
 
 AnyCodable::Dictionary showDevice(const GlobalOptions& options, Terminal& terminal) {

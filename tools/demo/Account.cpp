@@ -29,7 +29,7 @@ void Account::tell() {
         const sandbox::RequestRecord& request = all[i];
         const Paint paint = request.status >= 200 && request.status < 400 ? Paint::good : Paint::bad;
         terminal.line("  " + padded(printable(request.service), 10) + padded(printable(request.method), 6) +
-                      padded(printable(request.path()), 18) + terminal.painted(statusText(request), paint));
+                      padded(printable(request.path()), 29) + terminal.painted(statusText(request), paint));
     }
     requests = all;
     for (; linesTold < lines.size(); ++linesTold) {

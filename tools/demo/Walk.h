@@ -1,24 +1,19 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 
-#include "Core/QVStatus.h"
 #include "JSON/AnyCodable.h"
-#include "Search/QVSearchService.h"
 #include "tools/demo/Ride.h"
 
 namespace quorvane::tool {
 
-class Account;
-class Session;
-class Terminal;
+class Stage;
 
-/// The rider of the demo: signs in, searches at points of the ride, and tells what came of it. Everything throws a
-/// `Failure` for any status but a success.
+/// The rider of the demo: signs in, searches at points of the ride, and sums up. Everything throws a `Failure` for any
+/// status but a success.
 class Walk {
 public:
-    Walk(Session& theSession, Account& theAccount, Terminal& theTerminal);
+    explicit Walk(Stage& theStage) : stage(theStage) {}
 
     void signIn();
     void searchAt(const Ride::Stop& stop, bool isTimed);
@@ -27,14 +22,7 @@ public:
     [[nodiscard]] AnyCodable::Dictionary document() const;
 
 private:
-    void heading(const std::string& text);
-    QVPlaceList searchPlaces(const platform::Location& near);
-    QVTaskList searchTasks(const platform::Location& near);
-    void tellResult(QVStatus status, const std::string& found);
-
-    Session& session;
-    Account& account;
-    Terminal& terminal;
+    Stage& stage;
     std::size_t placesFound = 0;
     std::size_t tasksFound = 0;
     AnyCodable::List stops;
