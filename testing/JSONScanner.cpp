@@ -124,7 +124,8 @@ bool JSONScanner::takeText() {
         if (byte == '"') {
             return true;
         }
-        if (byte == TrackInput::end || byte < ' ') {
+        static_assert(TrackInput::end < ' ');
+        if (byte < ' ') {
             return refuse("it has a text that does not end");
         }
         if (byte != '\\') {

@@ -49,8 +49,8 @@ public:
 
     /// Bytes taken so far.
     [[nodiscard]] std::uint64_t offset() const { return before + static_cast<std::uint64_t>(begin - first); }
-    /// Takes all bytes before that one.
-    void skipTo(std::uint64_t offset);
+    /// Takes all bytes before the one at @p target.
+    void skipTo(std::uint64_t target);
 
     /// The number of the line that the next byte stands in, from 1 on. After `line`, that of the next line.
     [[nodiscard]] std::uint64_t lineNumber() const { return lines; }

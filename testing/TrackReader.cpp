@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "testing/CSVPoints.h"
@@ -43,10 +47,22 @@ std::optional<TrackFormat> formatOf(std::string_view start) {
     return std::nullopt;
 }
 
+/// A file is opened as often as it takes to look ahead. What comes out of a pipe comes once, and so has to be kept.
+TrackOrigin originOf(const std::string& path) {
+    std::error_code ignored;
+    if (!std::filesystem::is_fifo(path, ignored)) {
+        return {path, nullptr};
+    }
+    std::ifstream pipe(path, std::ios::binary);
+    std::ostringstream content;
+    content << pipe.rdbuf();
+    return {path, std::make_shared<const std::string>(std::move(content).str())};
+}
+
 } // namespace
 
 std::unique_ptr<TrackReader> TrackReader::open(const std::string& path, TrackError& error) {
-    return openAny({path, nullptr}, error);
+    return openAny(originOf(path), error);
 }
 
 std::unique_ptr<TrackReader> TrackReader::openText(std::string text, const std::string& name, TrackError& error) {
@@ -54,7 +70,7 @@ std::unique_ptr<TrackReader> TrackReader::openText(std::string text, const std::
 }
 
 std::unique_ptr<TrackReader> TrackReader::open(const std::string& path, TrackFormat format) {
-    return std::unique_ptr<TrackReader>(new TrackReader({path, nullptr}, format));
+    return std::unique_ptr<TrackReader>(new TrackReader(originOf(path), format));
 }
 
 std::unique_ptr<TrackReader> TrackReader::openText(std::string text, const std::string& name, TrackFormat format) {

@@ -23,8 +23,8 @@ inline constexpr double largestDilution = 1'000'000;
 
 enum class TrackFormat { gpx, nmea, geoJSON, csv };
 
-/// Hands out the fixes of a recording one by one, in the order in which they stand there, with no more of it in memory
-/// than some 64 KiB at a time. One thread at a time. Never throws.
+/// Hands out the fixes of a recording one by one, in the order in which they stand there, with no more of a file in
+/// memory than some 64 KiB at a time; what comes out of a pipe is kept as a whole. One thread at a time. Never throws.
 ///
 /// What every format has in common:
 /// - The text is UTF-8, or UTF-16 that begins with a byte order mark. Lines end with a line feed.
