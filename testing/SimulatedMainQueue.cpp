@@ -76,6 +76,10 @@ void SimulatedMainQueue::close() {
     tickets.clear();
 }
 
+void SimulatedMainQueue::setSuspended(bool suspend) {
+    suspended = suspend;
+}
+
 bool SimulatedMainQueue::runNext() {
     return run(false);
 }
@@ -87,6 +91,9 @@ bool SimulatedMainQueue::runNextDelayed() {
 bool SimulatedMainQueue::run(bool delayedOnly) {
     QV_PRECONDITION(isMainThread(), "a simulated main queue runs on the thread that made it");
     QV_PRECONDITION(!running, "work of a simulated main queue must not run the queue");
+    if (suspended) {
+        return false;
+    }
     Work work;
     {
         const nanoseconds now = clock.monotonic();
@@ -110,14 +117,14 @@ bool SimulatedMainQueue::run(bool delayedOnly) {
 bool SimulatedMainQueue::hasWork() const {
     const nanoseconds now = clock.monotonic();
     const std::lock_guard lock(mutex);
-    return !posted.empty() || (!delayed.empty() && delayed.begin()->first.first <= now);
+    return !suspended && (!posted.empty() || (!delayed.empty() && delayed.begin()->first.first <= now));
 }
 
 std::optional<nanoseconds> SimulatedMainQueue::nextDue() const {
     const nanoseconds now = clock.monotonic();
     const std::lock_guard lock(mutex);
     const auto next = delayed.upper_bound(Due{now, lastTicket});
-    return next == delayed.end() ? std::nullopt : std::optional(next->first.first);
+    return suspended || next == delayed.end() ? std::nullopt : std::optional(next->first.first);
 }
 
 std::size_t SimulatedMainQueue::delayedCount() const {

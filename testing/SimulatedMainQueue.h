@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -30,6 +31,11 @@ public:
     void cancel(Ticket ticket) override;
     [[nodiscard]] bool isMainThread() const override;
     void close() override;
+
+    /// While suspended nothing runs and nothing is due; what is posted waits. Delayed work that falls due meanwhile
+    /// runs when the queue goes on.
+    void setSuspended(bool suspend);
+    [[nodiscard]] bool isSuspended() const { return suspended; }
 
     /// Runs the piece of work that is next now: posted work first, then delayed work in the order of its due times.
     /// Main thread, never inside a piece of work. False when there was none.
@@ -69,6 +75,7 @@ private:
     Ticket lastTicket = 0;
     bool closed = false;
     bool running = false;
+    std::atomic<bool> suspended = false;
 };
 
 } // namespace quorvane::testing

@@ -14,12 +14,13 @@ std::shared_ptr<SimulatedPlatform> SimulatedPlatform::make(const SimulatedOption
 
 SimulatedPlatform::SimulatedPlatform(const SimulatedOptions& options)
     : initial(options),
-      simulatedClock(options.start, options.offsetFromUTC),
-      simulatedQueue(simulatedClock),
+      simulatedClock(options.clock ? options.clock
+                                   : std::make_shared<SimulatedClock>(options.start, options.offsetFromUTC)),
+      simulatedQueue(*simulatedClock),
       simulatedApplication(simulatedQueue),
       memoryPreferences(options.preferences,
                         [this](std::string_view line) { simulatedApplication.standardOutput(line); }),
-      memoryFiles(simulatedClock, options.files),
+      memoryFiles(*simulatedClock, options.files),
       simulatedRandom(options.seed),
       simulatedLocations(simulatedQueue, options.locations),
       scriptedTransport(simulatedQueue) {
@@ -33,14 +34,14 @@ SimulatedPlatform::~SimulatedPlatform() = default;
 bool SimulatedPlatform::advance(nanoseconds duration) {
     QV_PRECONDITION(duration.count() >= 0, "virtual time advances by a duration that is not negative");
     QV_PRECONDITION(!simulatedQueue.isRunning(), "work of the main queue must not move virtual time");
-    const nanoseconds end = simulatedClock.monotonic() + duration;
+    const nanoseconds end = simulatedClock->monotonic() + duration;
     bool orderly = runThisMoment();
     for (auto due = simulatedQueue.nextDue(); due && *due <= end; due = simulatedQueue.nextDue()) {
-        simulatedClock.moveForward(*due - simulatedClock.monotonic());
+        simulatedClock->moveForward(*due - simulatedClock->monotonic());
         orderly = runThisMoment() && orderly;
     }
-    if (simulatedClock.monotonic() < end) {
-        simulatedClock.moveForward(end - simulatedClock.monotonic());
+    if (simulatedClock->monotonic() < end) {
+        simulatedClock->moveForward(end - simulatedClock->monotonic());
         orderly = runThisMoment() && orderly;
     }
     return orderly;
@@ -62,7 +63,7 @@ bool SimulatedPlatform::runUntilIdle(int maxSteps) {
     while (steps < maxSteps) {
         if (simulatedQueue.runNext()) {
             ++steps;
-        } else if (scriptedTransport.realRequestsInFlight() == 0) {
+        } else if (simulatedQueue.isSuspended() || scriptedTransport.realRequestsInFlight() == 0) {
             return true;
         } else if (!simulatedQueue.waitForPost(maxRealWait)) {
             simulatedApplication.standardOutput("A real service has not answered within 15 seconds.");
@@ -85,8 +86,8 @@ bool SimulatedPlatform::runUntil(const std::function<bool()>& condition, millise
 
 SimulatedOptions SimulatedPlatform::nextLaunch() const {
     SimulatedOptions next = initial;
-    next.start = simulatedClock.now();
-    next.offsetFromUTC = simulatedClock.offsetFromUTC(next.start);
+    next.start = simulatedClock->now();
+    next.offsetFromUTC = simulatedClock->offsetFromUTC(next.start);
     next.preferences = memoryPreferences.contents();
     next.files = memoryFiles.contents();
     next.locations = simulatedLocations.contents();

@@ -21,6 +21,9 @@ namespace quorvane::testing {
 
 /// How a simulated platform begins.
 struct SimulatedOptions {
+    /// A clock that is shared with others and goes on from launch to launch; `start` and `offsetFromUTC` do not count
+    /// then. None: a clock of the platform's own.
+    std::shared_ptr<SimulatedClock> clock;
     platform::Date start = SimulatedClock::start;
     std::chrono::seconds offsetFromUTC{0};
     /// Of the random bytes: the same seed gives the same bytes.
@@ -63,13 +66,13 @@ public:
     bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds realTime = maxRealWait);
 
     /// Sets the wall clock without letting time pass.
-    void setWallTime(platform::Date now) { simulatedClock.setWallTime(now); }
+    void setWallTime(platform::Date now) { simulatedClock->setWallTime(now); }
 
     /// Options for the next launch of the same application: its preferences, files, regions and wall time are kept, its
     /// random bytes are others.
     [[nodiscard]] SimulatedOptions nextLaunch() const;
 
-    [[nodiscard]] SimulatedClock& clock() override { return simulatedClock; }
+    [[nodiscard]] SimulatedClock& clock() override { return *simulatedClock; }
     [[nodiscard]] SimulatedMainQueue& mainQueue() override { return simulatedQueue; }
     [[nodiscard]] MemoryPreferences& preferences() override { return memoryPreferences; }
     [[nodiscard]] ScriptedTransport& transport() override { return scriptedTransport; }
@@ -86,7 +89,7 @@ private:
     bool runThisMoment();
 
     const SimulatedOptions initial;
-    SimulatedClock simulatedClock;
+    const std::shared_ptr<SimulatedClock> simulatedClock;
     SimulatedMainQueue simulatedQueue;
     SimulatedApplication simulatedApplication;
     MemoryPreferences memoryPreferences;
