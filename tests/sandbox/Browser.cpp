@@ -1,13 +1,11 @@
 #include "sandbox/Browser.h"
 
-#include <csignal>
 #include <cstdio>
 #include <stdexcept>
 
 #include <unistd.h>
 
 #include "JSON/JSON.h"
-#include "sandbox/RawClient.h"
 
 namespace quorvane::sandbox::test {
 namespace {
@@ -15,159 +13,172 @@ namespace {
 using Object = AnyCodable::Dictionary;
 using List = AnyCodable::List;
 
-/// Milliseconds; a browser may start slowly on a busy machine.
-constexpr int patience = 120'000;
-constexpr int longestWait = 60'000;
-
-const Object& objectIn(const AnyCodable& value) {
-    return std::get<Object>(value.value);
+const Object& objectIn(const Object& object, const char* key) {
+    return std::get<Object>(object.at(key).value);
 }
 
-const std::string& textIn(const AnyCodable& value) {
-    return std::get<std::string>(value.value);
+const std::string& textIn(const Object& object, const char* key) {
+    return std::get<std::string>(object.at(key).value);
 }
 
-/// The port that the driver says it listens on.
-int portOf(const Program& driver) {
-    while (true) {
-        const std::string line = driver.readOutputLine();
-        const auto found = line.find("successfully on port ");
-        int port = 0;
-        if (found != std::string::npos && std::sscanf(line.c_str() + found, "successfully on port %d", &port) == 1) {
-            return port;
-        }
-        if (line.empty()) {
-            throw std::runtime_error("chromedriver does not start: " + driver.restOfErrors());
-        }
-    }
+std::string quoted(const std::string& text) {
+    return json::writeExactly(AnyCodable(text));
 }
 
 } // namespace
 
 Browser::Browser() {
     const std::string home = folder.path();
-    driver = std::make_unique<Program>(
-        std::vector<std::string>{"chromedriver", "--port=0"},
-        std::vector<std::string>{"HOME=" + home, "TMPDIR=" + home, "XDG_CONFIG_HOME=" + home, "XDG_CACHE_HOME=" + home},
-        patience);
-    port = portOf(*driver);
-    List arguments{"--headless",
-                   "--disable-gpu",
-                   "--disable-quic",
-                   "--no-first-run",
-                   "--disable-sync",
-                   "--disable-background-networking",
-                   "--disable-component-update",
-                   "--user-data-dir=" + home + "/profile"};
+    std::vector<std::string> command{"chromium",
+                                     "--headless",
+                                     "--disable-gpu",
+                                     "--disable-quic",
+                                     "--no-first-run",
+                                     "--disable-background-networking",
+                                     "--disable-component-update",
+                                     "--disable-sync",
+                                     "--disable-dev-shm-usage",
+                                     "--user-data-dir=" + home + "/profile"};
     if (::geteuid() == 0) {
-        arguments.emplace_back("--no-sandbox");
+        command.emplace_back("--no-sandbox");
     }
-    const Object options{{"args", std::move(arguments)}};
-    const Object asked{{"browserName", "chrome"},
-                       {"goog:chromeOptions", options},
-                       {"goog:loggingPrefs", Object{{"browser", "ALL"}}},
-                       {"timeouts", Object{{"script", longestWait}}}};
-    const AnyCodable made = call("POST", "/session", {{"capabilities", Object{{"alwaysMatch", asked}}}});
-    session = "/session/" + textIn(objectIn(made).at("sessionId"));
+    tools = std::make_unique<DevTools>(
+        command, std::vector<std::string>{"HOME=" + home, "TMPDIR=" + home, "XDG_CONFIG_HOME=" + home,
+                                          "XDG_CACHE_HOME=" + home});
+    const Object target = tools->call("Target.createTarget", {{"url", "about:blank"}});
+    const Object attached =
+        tools->call("Target.attachToTarget", {{"targetId", target.at("targetId")}, {"flatten", true}});
+    tools->use(textIn(attached, "sessionId"));
+    for (const char* domain : {"Page.enable", "Runtime.enable", "Log.enable"}) {
+        tools->call(domain);
+    }
 }
 
 Browser::~Browser() {
     try {
-        call("DELETE", session);
-        driver->signal(SIGTERM);
-        driver->wait();
+        tools->use("");
+        tools->call("Browser.close");
+        tools->waitForEnd();
     } catch (const std::exception&) {
-        // The driver is killed with its process.
+        // It is killed instead.
     }
 }
 
 void Browser::open(const std::string& address) {
-    call("POST", session + "/url", {{"url", address}});
+    const Object answer = tools->call("Page.navigate", {{"url", AnyCodable(address)}});
+    if (answer.contains("errorText")) {
+        throw std::runtime_error(address + ": " + textIn(answer, "errorText"));
+    }
 }
 
 void Browser::show(int width, int height, const std::string& scheme) {
-    const auto devTools = [this](const char* command, Object parameters) {
-        call("POST", session + "/goog/cdp/execute", {{"cmd", command}, {"params", std::move(parameters)}});
-    };
-    devTools("Emulation.setDeviceMetricsOverride",
-             {{"width", width}, {"height", height}, {"deviceScaleFactor", 1}, {"mobile", false}});
-    devTools("Emulation.setEmulatedMedia",
-             {{"features", List{Object{{"name", "prefers-color-scheme"}, {"value", AnyCodable(scheme)}}}}});
+    tools->call("Emulation.setDeviceMetricsOverride",
+                {{"width", width}, {"height", height}, {"deviceScaleFactor", 1}, {"mobile", false}});
+    tools->call("Emulation.setEmulatedMedia",
+                {{"features", List{Object{{"name", "prefers-color-scheme"}, {"value", AnyCodable(scheme)}}}}});
 }
 
-AnyCodable Browser::run(const std::string& script) const {
-    return call("POST", session + "/execute/sync", {{"script", AnyCodable(script)}, {"args", List()}});
-}
-
-std::string Browser::text(const std::string& expression) const {
-    return textIn(run("return String(" + expression + ")"));
-}
-
-bool Browser::is(const std::string& expression) const {
-    return std::get<bool>(run("return Boolean(" + expression + ")").value);
-}
-
-bool Browser::comesTrue(const std::string& expression) const {
-    const std::string script =
-        "const done = arguments[0]; const end = Date.now() + " + std::to_string(longestWait / 2) +
-        "; const look = () => { let isTrue = false; try { isTrue = Boolean(" + expression +
-        "); } catch {} if (isTrue || Date.now() > end) { done(isTrue); } else { setTimeout(look, 20); } }; look();";
-    const AnyCodable result =
-        call("POST", session + "/execute/async", {{"script", AnyCodable(script)}, {"args", List()}});
-    return std::get<bool>(result.value);
-}
-
-void Browser::click(const std::string& selector) const {
-    call("POST", element(selector) + "/click");
-}
-
-void Browser::drag(const std::string& selector, int x, int y, int dx, int dy) const {
-    constexpr auto elementKey = "element-6066-11e4-a52e-4f735466cecf";
-    const std::string path = element(selector);
-    const Object origin{{elementKey, AnyCodable(path.substr(path.rfind('/') + 1))}};
-    const List steps{
-        Object{{"type", "pointerMove"}, {"origin", origin}, {"x", x}, {"y", y}},
-        Object{{"type", "pointerDown"}, {"button", 0}},
-        Object{{"type", "pointerMove"}, {"origin", "pointer"}, {"x", dx}, {"y", dy}},
-        Object{{"type", "pointerUp"}, {"button", 0}},
-    };
-    call("POST", session + "/actions",
-         {{"actions", List{Object{{"type", "pointer"}, {"id", "mouse"}, {"actions", steps}}}}});
-}
-
-void Browser::type(const std::string& selector, const std::string& text) const {
-    const std::string path = element(selector);
-    call("POST", path + "/clear");
-    call("POST", path + "/value", {{"text", AnyCodable(text)}});
-}
-
-std::vector<std::string> Browser::console() const {
-    const AnyCodable entries = call("POST", session + "/se/log", {{"type", "browser"}});
-    std::vector<std::string> messages;
-    for (const AnyCodable& entry : std::get<List>(entries.value)) {
-        messages.push_back(textIn(objectIn(entry).at("message")));
+AnyCodable Browser::evaluate(const std::string& expression) {
+    const Object answer = tools->call(
+        "Runtime.evaluate", {{"expression", AnyCodable(expression)}, {"awaitPromise", true}, {"returnByValue", true}});
+    if (answer.contains("exceptionDetails")) {
+        throw std::runtime_error(expression + ": " + json::writeExactly(answer.at("exceptionDetails")));
     }
-    return messages;
+    const Object& result = objectIn(answer, "result");
+    return result.contains("value") ? result.at("value") : AnyCodable();
 }
 
-AnyCodable Browser::call(const std::string& method, const std::string& path, const Object& body) const {
-    const std::string text = method == "POST" ? json::writeExactly(body) : "";
-    RawConnection connection(port, patience);
-    connection.send(method + " " + path +
-                    " HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/json\r\nContent-Length: " +
-                    std::to_string(text.size()) + "\r\n\r\n" + text);
-    const RawReply reply = connection.readAnswer();
-    AnyCodable value = objectIn(json::readExactly(reply.body())).at("value");
-    if (reply.status() != 200) {
-        throw std::runtime_error(method + " " + path + ": " + textIn(objectIn(value).at("message")));
+std::string Browser::text(const std::string& expression) {
+    return std::get<std::string>(evaluate("String(" + expression + ")").value);
+}
+
+bool Browser::is(const std::string& expression) {
+    return std::get<bool>(evaluate("Boolean(" + expression + ")").value);
+}
+
+bool Browser::comesTrue(const std::string& expression) {
+    return std::get<bool>(evaluate("new Promise((done) => { const end = Date.now() + 60000; const look = () => {"
+                                   " let isTrue = false; try { isTrue = Boolean(" +
+                                   expression +
+                                   "); } catch {} if (isTrue || Date.now() > end) { done(isTrue); }"
+                                   " else { setTimeout(look, 20); } }; look(); })")
+                              .value);
+}
+
+void Browser::mouse(const std::string& type, double x, double y, int buttons) {
+    const char* button = type == "mouseMoved" && buttons == 0 ? "none" : "left";
+    tools->call(
+        "Input.dispatchMouseEvent",
+        {{"type", AnyCodable(type)}, {"x", x}, {"y", y}, {"button", button}, {"buttons", buttons}, {"clickCount", 1}});
+}
+
+void Browser::click(const std::string& selector) {
+    drag(selector, 0, 0, 0, 0);
+}
+
+void Browser::drag(const std::string& selector, int x, int y, int dx, int dy) {
+    const std::string place =
+        text("(() => { const element = document.querySelector(" + quoted(selector) +
+             "); element.scrollIntoView({block: 'center', inline: 'center', behavior: 'instant'});"
+             " const box = element.getBoundingClientRect();"
+             " const [x, y] = [box.x + box.width / 2, box.y + box.height / 2];"
+             " const top = document.elementFromPoint(x, y);"
+             " if (!element.contains(top)) { throw new Error('it is covered'); }"
+             " return x + ' ' + y; })()");
+    double middleX = 0;
+    double middleY = 0;
+    if (std::sscanf(place.c_str(), "%lf %lf", &middleX, &middleY) != 2) {
+        throw std::runtime_error(selector + " has no place");
     }
-    return value;
+    mouse("mouseMoved", middleX + x, middleY + y, 0);
+    mouse("mousePressed", middleX + x, middleY + y, 1);
+    if (dx != 0 || dy != 0) {
+        mouse("mouseMoved", middleX + x + dx, middleY + y + dy, 1);
+    }
+    mouse("mouseReleased", middleX + x + dx, middleY + y + dy, 0);
 }
 
-std::string Browser::element(const std::string& selector) const {
-    const AnyCodable found =
-        call("POST", session + "/element", {{"using", "css selector"}, {"value", AnyCodable(selector)}});
-    return session + "/element/" + textIn(objectIn(found).begin()->second);
+void Browser::press(const std::string& key, int code, const std::string& text) {
+    for (const char* type : {"keyDown", "keyUp"}) {
+        tools->call("Input.dispatchKeyEvent", {{"type", type},
+                                               {"key", AnyCodable(key)},
+                                               {"code", AnyCodable(key)},
+                                               {"text", AnyCodable(text)},
+                                               {"windowsVirtualKeyCode", code}});
+    }
+}
+
+void Browser::type(const std::string& selector, const std::string& text) {
+    constexpr int deleteKey = 46;
+    click(selector);
+    std::ignore = evaluate("document.querySelector(" + quoted(selector) + ").select()");
+    press("Delete", deleteKey, "");
+    tools->call("Input.insertText", {{"text", AnyCodable(text)}});
+}
+
+void Browser::enter(const std::string& selector, const std::string& text) {
+    constexpr int enterKey = 13;
+    type(selector, text);
+    press("Enter", enterKey, "\r");
+}
+
+void Browser::choose(const std::string& selector, const std::string& value) {
+    std::ignore = evaluate("(() => { const list = document.querySelector(" + quoted(selector) + "); list.value = " +
+                           quoted(value) + "; list.dispatchEvent(new Event('change', {bubbles: true})); })()");
+}
+
+std::vector<std::string> Browser::complaints() {
+    std::ignore = evaluate("0");
+    std::vector<std::string> texts;
+    for (const Object& event : tools->takeEvents()) {
+        const std::string& method = textIn(event, "method");
+        if (method == "Log.entryAdded") {
+            texts.push_back(textIn(objectIn(objectIn(event, "params"), "entry"), "text"));
+        } else if (method == "Runtime.exceptionThrown" || method == "Runtime.consoleAPICalled") {
+            texts.push_back(json::writeExactly(event.at("params")));
+        }
+    }
+    return texts;
 }
 
 } // namespace quorvane::sandbox::test

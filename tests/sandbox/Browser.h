@@ -1,18 +1,17 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "JSON/AnyCodable.h"
-#include "sandbox/Program.h"
+#include "sandbox/DevTools.h"
 #include "support/ScratchDirectory.h"
 
 namespace quorvane::sandbox::test {
 
-/// Chromium without a window, driven over WebDriver's protocol. It keeps its files in a folder of its own, which is
-/// removed at the end. Whatever goes wrong is a `std::runtime_error` with the driver's sentence.
+/// One page in Chromium without a window. It keeps its files in a folder of its own, which is removed at the end.
+/// Whatever goes wrong is a `std::runtime_error`.
 class Browser {
 public:
     Browser();
@@ -24,33 +23,34 @@ public:
     /// Pixels of the page, and the colours that the user asks for: "light" or "dark".
     void show(int width, int height, const std::string& scheme);
 
-    /// What a function with this body returns.
-    [[nodiscard]] AnyCodable run(const std::string& script) const;
-    [[nodiscard]] std::string text(const std::string& expression) const;
-    [[nodiscard]] bool is(const std::string& expression) const;
+    /// The text of what a JavaScript expression gives.
+    [[nodiscard]] std::string text(const std::string& expression);
+    [[nodiscard]] bool is(const std::string& expression);
     /// Waits until an expression is true, for a minute at most; false when it never is.
-    [[nodiscard]] bool comesTrue(const std::string& expression) const;
+    [[nodiscard]] bool comesTrue(const std::string& expression);
 
-    /// As a user does, on the first element that a CSS selector finds.
-    void click(const std::string& selector) const;
+    /// As a user does, on the first element that a CSS selector finds, after bringing it into view.
+    void click(const std::string& selector);
     /// Presses the button of the mouse so many pixels from the middle of an element, moves it by (@p dx, @p dy) and
     /// lets it go.
-    void drag(const std::string& selector, int x, int y, int dx, int dy) const;
-    /// In place of what stood there.
-    void type(const std::string& selector, const std::string& text) const;
+    void drag(const std::string& selector, int x, int y, int dx, int dy);
+    /// In place of what stands in a field.
+    void type(const std::string& selector, const std::string& text);
+    /// The same, and then the Enter key.
+    void enter(const std::string& selector, const std::string& text);
+    /// Picks the option with this value.
+    void choose(const std::string& selector, const std::string& value);
 
-    /// What the page has reported to the console since the last call.
-    [[nodiscard]] std::vector<std::string> console() const;
+    /// The errors that the page has run into since the last call, and what it has written to the console.
+    [[nodiscard]] std::vector<std::string> complaints();
 
 private:
-    AnyCodable call(const std::string& method, const std::string& path, const AnyCodable::Dictionary& body = {}) const;
-    [[nodiscard]] std::string element(const std::string& selector) const;
+    [[nodiscard]] AnyCodable evaluate(const std::string& expression);
+    void press(const std::string& key, int code, const std::string& text);
+    void mouse(const std::string& type, double x, double y, int buttons);
 
     quorvane::testing::ScratchDirectory folder;
-    std::unique_ptr<Program> driver;
-    int port = 0;
-    /// "/session/..."
-    std::string session;
+    std::unique_ptr<DevTools> tools;
 };
 
 } // namespace quorvane::sandbox::test

@@ -21,7 +21,7 @@ protected:
 
     void SetUp() override { startWith({}); }
 
-    void TearDown() override { EXPECT_THAT(browser.console(), IsEmpty()); }
+    void TearDown() override { EXPECT_THAT(browser.complaints(), IsEmpty()); }
 
     void openPage() {
         browser.show(1280, 1000, "light");
@@ -29,16 +29,14 @@ protected:
         expectSoon("document.querySelector('#status').classList.contains('live')");
     }
 
-    void expectSoon(const std::string& expression) const {
+    void expectSoon(const std::string& expression) {
         EXPECT_TRUE(browser.comesTrue(expression)) << expression << "\n" << browser.text("document.body.innerText");
     }
 
     /// Picks a task or place by its key or name.
-    void find(const std::string& name) const {
-        browser.type("#find", name + "\uE007"); // the enter key
-    }
+    void find(const std::string& name) { browser.enter("#find", name); }
 
-    [[nodiscard]] std::string textOf(const std::string& selector) const {
+    [[nodiscard]] std::string textOf(const std::string& selector) {
         return browser.text("document.querySelector('" + selector + "').innerText");
     }
 
@@ -185,7 +183,7 @@ TEST_F(BrowserTest, TheLogShowsEachRequestAndWhatWasSent) {
 
 TEST_F(BrowserTest, FaultsAreSwitchedOnAndOff) {
     browser.type("#fault-path", "/config");
-    browser.click("#fault-kind option[value=drop]");
+    browser.choose("#fault-kind", "drop");
     EXPECT_FALSE(browser.is("document.querySelector('#fault-value-label').offsetHeight > 0"));
     browser.type("#fault-count", "7");
     browser.click("#fault-form button");
@@ -214,7 +212,7 @@ TEST_F(BrowserTest, AFaultThatCannotBeReadIsToldInASentence) {
     browser.type("#fault-path", "config");
     browser.click("#fault-form button");
     expectSoon("document.querySelector('#fault-problem').textContent.includes('must begin with a path')");
-    EXPECT_EQ(browser.console().size(), 1U) << "the browser's own line about the status 400";
+    EXPECT_EQ(browser.complaints().size(), 1U) << "the browser's own line about the status 400";
 }
 
 TEST_F(BrowserTest, MarkupInTextsIsShownAsText) {
@@ -274,7 +272,7 @@ TEST_F(BrowserTest, AnotherRunOfTheServiceIsShownAnew) {
     EXPECT_EQ(textOf("#claims"), "Nobody has claimed a task yet.");
     find("task-00000");
     expectSoon("spot.innerText.includes('10.0')");
-    EXPECT_FALSE(browser.console().empty()) << "the browser's own lines about the service that was away";
+    EXPECT_FALSE(browser.complaints().empty()) << "the browser's own lines about the service that was away";
 }
 
 TEST_F(BrowserTest, ItFitsAPhoneAndADesktopInLightAndDark) {

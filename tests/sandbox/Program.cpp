@@ -3,7 +3,6 @@
 #include <array>
 #include <csignal>
 #include <stdexcept>
-#include <string_view>
 #include <tuple>
 
 #include <fcntl.h>
@@ -13,37 +12,7 @@
 #include <unistd.h>
 
 namespace quorvane::sandbox::test {
-namespace {
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts) {
-        pointers.push_back(text.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-std::vector<std::string> environmentWith(const std::vector<std::string>& settings) {
-    std::vector<std::string> all = settings;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text(*entry);
-        const auto name = text.substr(0, text.find('=') + 1);
-        bool isSet = false;
-        for (const std::string& setting : settings) {
-            isSet = isSet || setting.starts_with(name);
-        }
-        if (!isSet) {
-            all.emplace_back(text);
-        }
-    }
-    return all;
-}
-
-} // namespace
-
-Program::Program(std::vector<std::string> command, const std::vector<std::string>& settings, int thePatience)
-    : patience(thePatience) {
+Program::Program(std::vector<std::string> command) {
     std::array<int, 2> output{};
     std::array<int, 2> errors{};
     if (::pipe2(output.data(), O_CLOEXEC) != 0 || ::pipe2(errors.data(), O_CLOEXEC) != 0) {
@@ -53,9 +22,12 @@ Program::Program(std::vector<std::string> command, const std::vector<std::string
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
-    std::vector<std::string> environment = environmentWith(settings);
-    const int problem = ::posix_spawnp(&process, command.front().c_str(), &actions, nullptr, pointersTo(command).data(),
-                                       pointersTo(environment).data());
+    std::vector<char*> arguments;
+    for (std::string& argument : command) {
+        arguments.push_back(argument.data());
+    }
+    arguments.push_back(nullptr);
+    const int problem = ::posix_spawn(&process, arguments.front(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     ::close(output[1]);
     ::close(errors[1]);
@@ -87,7 +59,8 @@ int Program::wait() {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-bool Program::readByte(int file, char& byte) const {
+bool Program::readByte(int file, char& byte) {
+    constexpr int patience = 20'000;
     pollfd wait{.fd = file, .events = POLLIN, .revents = 0};
     if (::poll(&wait, 1, patience) != 1) {
         throw std::runtime_error("the program says nothing");
@@ -95,7 +68,7 @@ bool Program::readByte(int file, char& byte) const {
     return ::read(file, &byte, 1) == 1;
 }
 
-std::string Program::readLine(int file) const {
+std::string Program::readLine(int file) {
     std::string line;
     for (char byte = 0; readByte(file, byte) && byte != '\n';) {
         line += byte;
@@ -103,7 +76,7 @@ std::string Program::readLine(int file) const {
     return line;
 }
 
-std::string Program::readAll(int file) const {
+std::string Program::readAll(int file) {
     std::string text;
     for (char byte = 0; readByte(file, byte);) {
         text += byte;

@@ -7,14 +7,12 @@
 
 namespace quorvane::sandbox::test {
 
-/// A program as a child process, killed at the end. Every wait for a byte of what it says ends after @p patience
-/// milliseconds with a `std::runtime_error`.
+/// A program as a child process, killed at the end. Every wait for a byte of what it says ends after twenty seconds
+/// with a `std::runtime_error`.
 class Program {
 public:
-    /// @p command is the program, found as a shell would, and its arguments; @p settings are "NAME=value" and come
-    /// before what this process's environment says.
-    explicit Program(std::vector<std::string> command, const std::vector<std::string>& settings = {},
-                     int patience = 20'000);
+    /// @p command is the program and its arguments.
+    explicit Program(std::vector<std::string> command);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     ~Program();
@@ -29,14 +27,13 @@ public:
     [[nodiscard]] std::string restOfErrors() const { return readAll(errorEnd); }
 
 private:
-    bool readByte(int file, char& byte) const;
-    [[nodiscard]] std::string readLine(int file) const;
-    [[nodiscard]] std::string readAll(int file) const;
+    static bool readByte(int file, char& byte);
+    [[nodiscard]] static std::string readLine(int file);
+    [[nodiscard]] static std::string readAll(int file);
 
     pid_t process = -1;
     int outputEnd = -1;
     int errorEnd = -1;
-    int patience;
 };
 
 } // namespace quorvane::sandbox::test

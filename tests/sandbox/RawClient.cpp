@@ -18,13 +18,13 @@ namespace {
 
 constexpr std::string_view blankLine = "\r\n\r\n";
 
-int connectTo(int port, int patience) {
+int connectTo(int port) {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const timeval limit{.tv_sec = patience / 1000, .tv_usec = 0};
+    const timeval limit{.tv_sec = 10, .tv_usec = 0};
     ::setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
     ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
     if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
@@ -69,7 +69,7 @@ std::string RawReply::header(std::string_view name) const {
     return "";
 }
 
-RawConnection::RawConnection(int port, int patience) : socket(connectTo(port, patience)) {
+RawConnection::RawConnection(int port) : socket(connectTo(port)) {
     if (socket < 0) {
         throw std::runtime_error("nobody listens on port " + std::to_string(port));
     }
@@ -97,7 +97,7 @@ bool RawConnection::readMore(RawReply& reply) {
     std::array<char, 65536> buffer{};
     const auto count = ::recv(socket, buffer.data(), buffer.size(), 0);
     if (count < 0 && errno == EAGAIN) {
-        throw std::runtime_error("no answer in time");
+        throw std::runtime_error("no answer within ten seconds");
     }
     reply.wasReset = count < 0 && errno == ECONNRESET;
     if (count > 0) {
@@ -131,7 +131,7 @@ RawReply ask(int port, std::string_view bytes) {
 }
 
 bool isListening(int port) {
-    const int socket = connectTo(port, 1000);
+    const int socket = connectTo(port);
     if (socket >= 0) {
         ::close(socket);
     }

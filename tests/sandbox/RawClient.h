@@ -17,11 +17,10 @@ struct RawReply {
     [[nodiscard]] std::string header(std::string_view name) const;
 };
 
-/// A connection to a port of this machine that knows nothing of the code under test. Every wait ends after @p patience
-/// milliseconds.
+/// A connection to a port of this machine that knows nothing of the code under test. Every wait ends after ten seconds.
 class RawConnection {
 public:
-    explicit RawConnection(int port, int patience = 10'000);
+    explicit RawConnection(int port);
     RawConnection(const RawConnection&) = delete;
     RawConnection& operator=(const RawConnection&) = delete;
     ~RawConnection();
