@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tools/Pictures.h"
 #include "tools/PortTest.h"
 #include "tools/ProgramTest.h"
 
@@ -23,6 +24,9 @@ protected:
         }
         EXPECT_TRUE(std::is_sorted(distances.begin(), distances.end()));
     }
+
+    /// Without pictures the last answer is not sent, and the reward not looked at.
+    static std::size_t requestCount() { return knowsPictures() ? 29 : 27; }
 
     static const std::string oneFix;
 };
@@ -43,10 +47,12 @@ TEST_F(DemoTest, TheInventedRideIsToldFromSignInToSummary) {
           " Quorvane initializing | backgroundTimeRemaining = 180.0\n", " Quorvane QuorvaneSDK -> authenticated | ",
           "  SUCCESS   signed in as ", "  data      GET   /locations/find              200\n",
           "  data      GET   /generate/tasks              200\n", " places within 400 m\n", " miles away  generated",
-          "Summary\n", "  29 requests, answered 29 × 200\n", " at 6 points of the ride\n",
-          "  2 log lines told to the delegate\n"}) {
+          "Summary\n", " at 6 points of the ride\n", "  2 log lines told to the delegate\n"}) {
         EXPECT_NE(ended.output.find(text), std::string::npos) << text << "\n" << ended.output;
     }
+    const std::string count = std::to_string(requestCount());
+    EXPECT_NE(ended.output.find("  " + count + " requests, answered " + count + " × 200\n"), std::string::npos)
+        << ended.output;
 }
 
 TEST_F(DemoTest, TheSameAccountIsOneJSONDocument) {
@@ -55,7 +61,7 @@ TEST_F(DemoTest, TheSameAccountIsOneJSONDocument) {
     EXPECT_EQ(textIn(account, "status"), "SUCCESS");
     EXPECT_EQ(listIn(account, "log").size(), 2U);
     const AnyCodable::List requests = listIn(account, "requests");
-    ASSERT_EQ(requests.size(), 29U);
+    ASSERT_EQ(requests.size(), requestCount());
     for (const AnyCodable& request : requests) {
         EXPECT_EQ(numberIn(objectIn(request), "status"), 200);
     }
