@@ -3,7 +3,8 @@
 #include <array>
 #include <charconv>
 #include <utility>
-#include <vector>
+
+#include "sandbox/Split.h"
 
 namespace quorvane::sandbox {
 namespace {
@@ -110,21 +111,11 @@ void readPart(Fault& fault, std::string_view part) {
     }
 }
 
-std::vector<std::string_view> splitAtColons(std::string_view text) {
-    std::vector<std::string_view> parts;
-    for (auto colon = text.find(':'); colon != std::string_view::npos; colon = text.find(':')) {
-        parts.push_back(text.substr(0, colon));
-        text.remove_prefix(colon + 1);
-    }
-    parts.push_back(text);
-    return parts;
-}
-
 } // namespace
 
 std::variant<Fault, std::string> Fault::parse(std::string_view text) {
     try {
-        const auto parts = splitAtColons(text);
+        const auto parts = splitAt(':', text);
         Fault fault;
         fault.path = std::string(parts.front());
         if (fault.path != "*" && !fault.path.starts_with('/')) {

@@ -1,25 +1,12 @@
 #include "sandbox/RoutePath.h"
 
 #include "sandbox/Message.h"
+#include "sandbox/Split.h"
 
 namespace quorvane::sandbox {
-namespace {
-
-std::vector<std::string_view> segmentsOf(std::string_view path) {
-    std::vector<std::string_view> segments;
-    for (auto slash = path.find('/'); slash != std::string_view::npos; slash = path.find('/')) {
-        segments.push_back(path.substr(0, slash));
-        path.remove_prefix(slash + 1);
-    }
-    segments.push_back(path);
-    return segments;
-}
-
-} // namespace
-
 std::optional<std::vector<std::string>> matchPath(std::string_view pattern, std::string_view path) {
-    const auto expected = segmentsOf(pattern);
-    const auto segments = segmentsOf(path);
+    const auto expected = splitAt('/', pattern);
+    const auto segments = splitAt('/', path);
     if (segments.size() != expected.size()) {
         return std::nullopt;
     }
