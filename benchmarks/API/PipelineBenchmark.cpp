@@ -1,5 +1,3 @@
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -13,6 +11,7 @@
 #include "Search/SearchEndpoints.h"
 #include "benchmarks/API/PlainExchange.h"
 #include "benchmarks/API/Server.h"
+#include "tests/support/ScratchDirectory.h"
 
 namespace quorvane {
 
@@ -70,7 +69,7 @@ class Library {
 public:
     Library() {
         platform::NativeOptions options;
-        options.home = home;
+        options.home = home.path();
         phone = platform::NativePlatform::make(std::move(options));
         platform::install(phone);
         auto& preferences = phone->preferences();
@@ -87,22 +86,12 @@ public:
     ~Library() {
         phone.reset();
         platform::install(nullptr);
-        std::error_code ignored;
-        std::filesystem::remove_all(home, ignored);
     }
 
     [[nodiscard]] platform::NativeMainQueue& queue() { return phone->mainQueue(); }
 
 private:
-    static std::string makeHome() {
-        std::string path = (std::filesystem::temp_directory_path() / "quorvane-XXXXXX").string();
-        if (mkdtemp(path.data()) == nullptr) {
-            std::abort();
-        }
-        return path;
-    }
-
-    const std::string home = makeHome();
+    const testing::ScratchDirectory home;
     std::shared_ptr<platform::NativePlatform> phone;
 };
 
