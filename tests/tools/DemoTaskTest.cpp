@@ -1,3 +1,4 @@
+#include <fstream>
 #include <set>
 
 #include "tools/Pictures.h"
@@ -76,6 +77,23 @@ TEST_F(DemoTaskTest, TheJSONDocumentHasEveryAnswerAndTheReward) {
         EXPECT_EQ(numberIn(task, "score"), 23);
         EXPECT_EQ(textIn(objectIn(listIn(task, "rewards").at(0)), "state"), "earned");
     }
+}
+
+TEST_F(DemoTaskTest, AStepThatFailsEndsTheDemoWithoutSuccess) {
+    EXPECT_EQ(runPlain({"demo", "--home", home}).exitStatus, 0);
+    std::filesystem::path cache;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home)) {
+        cache = entry.path().filename() == "qvplaces.cache" ? entry.path() : cache;
+    }
+    std::filesystem::remove_all(cache);
+    std::ofstream(cache) << "a file in the place of the folder";
+
+    const Ended ended = runPlain({"demo", "--home", home});
+
+    EXPECT_EQ(ended.exitStatus, 1);
+    EXPECT_NE(ended.errors.find("quorvane: places cannot be stored in "), std::string::npos) << ended.errors;
+    EXPECT_NE(ended.output.find("\nPlaces of your own, near "), std::string::npos) << ended.output;
+    EXPECT_EQ(ended.output.find("Summary"), std::string::npos) << ended.output;
 }
 
 } // namespace
