@@ -5,6 +5,16 @@
 namespace quorvane::testing {
 namespace {
 
+AnyCodable storable(const AnyCodable& value);
+
+AnyCodable::Dictionary storable(const AnyCodable::Dictionary& dictionary) {
+    AnyCodable::Dictionary copy;
+    for (const auto& [key, element] : dictionary) {
+        copy.emplace_hint(copy.end(), key, storable(element));
+    }
+    return copy;
+}
+
 /// @p value with everything that JSON cannot hold replaced by an empty value.
 AnyCodable storable(const AnyCodable& value) {
     if (const auto* number = std::get_if<double>(&value.value)) {
@@ -19,11 +29,7 @@ AnyCodable storable(const AnyCodable& value) {
         return copy;
     }
     if (const auto* dictionary = std::get_if<AnyCodable::Dictionary>(&value.value)) {
-        AnyCodable::Dictionary copy;
-        for (const auto& [key, element] : *dictionary) {
-            copy.emplace(key, storable(element));
-        }
-        return copy;
+        return storable(*dictionary);
     }
     return value;
 }
@@ -33,19 +39,19 @@ AnyCodable storable(const AnyCodable& value) {
 MemoryPreferences::MemoryPreferences(std::shared_ptr<Contents> contents, std::function<void(std::string_view)> output)
     : stored(contents ? std::move(contents) : std::make_shared<Contents>()), print(std::move(output)) {}
 
-std::optional<MemoryPreferences::Value> MemoryPreferences::find(std::string_view key) const {
-    const std::lock_guard lock(stored->mutex);
+const MemoryPreferences::Value* MemoryPreferences::find(std::string_view key) const {
     if (const auto found = refused.find(key); found != refused.end()) {
-        return found->second;
+        return found->second ? &*found->second : nullptr;
     }
     const auto found = stored->values.find(key);
-    return found == stored->values.end() ? std::nullopt : std::optional(found->second);
+    return found == stored->values.end() ? nullptr : &found->second;
 }
 
 template <class T>
 std::optional<T> MemoryPreferences::get(std::string_view key) const {
-    const std::optional<Value> value = find(key);
-    const T* typed = value ? std::get_if<T>(&*value) : nullptr;
+    const std::lock_guard lock(stored->mutex);
+    const Value* const value = find(key);
+    const T* const typed = value != nullptr ? std::get_if<T>(value) : nullptr;
     return typed != nullptr ? std::optional<T>(*typed) : std::nullopt;
 }
 
@@ -97,7 +103,7 @@ void MemoryPreferences::setDate(std::string_view key, platform::Date value) {
 }
 
 void MemoryPreferences::setDictionary(std::string_view key, const AnyCodable::Dictionary& value) {
-    write(key, std::get<AnyCodable::Dictionary>(storable(value).value));
+    write(key, storable(value));
 }
 
 void MemoryPreferences::remove(std::string_view key) {
@@ -112,11 +118,17 @@ void MemoryPreferences::write(std::string_view key, std::optional<Value> value) 
             tell = !std::exchange(told, true);
             refused.insert_or_assign(std::string(key), std::move(value));
         } else {
-            refused.erase(std::string(key));
-            if (value) {
-                stored->values.insert_or_assign(std::string(key), std::move(*value));
-            } else {
-                stored->values.erase(std::string(key));
+            if (const auto before = refused.find(key); before != refused.end()) {
+                refused.erase(before);
+            }
+            const auto found = stored->values.find(key);
+            const bool isThere = found != stored->values.end();
+            if (isThere && value) {
+                found->second = std::move(*value);
+            } else if (isThere) {
+                stored->values.erase(found);
+            } else if (value) {
+                stored->values.emplace(key, std::move(*value));
             }
         }
     }

@@ -59,7 +59,8 @@ public:
     [[nodiscard]] std::shared_ptr<Contents> contents() const { return stored; }
 
 private:
-    [[nodiscard]] std::optional<Value> find(std::string_view key) const;
+    /// Null when there is none. With the mutex held.
+    [[nodiscard]] const Value* find(std::string_view key) const;
     template <class T>
     [[nodiscard]] std::optional<T> get(std::string_view key) const;
     void write(std::string_view key, std::optional<Value> value);

@@ -95,7 +95,8 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     }
 
     const auto options = p.options.current();
-    const bool wasStopped = p.state.isStopped();
+    const std::optional<bool> storedStopped = p.state.stopped();
+    const bool wasStopped = storedStopped.value_or(false);
     record.stoppedBefore = record.stoppedAfter = wasStopped;
     if (isInaccurate(*options, *location, source, wasStopped)) {
         p.log.verbose(
@@ -114,7 +115,9 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
         return;
     }
 
-    p.state.setStopped(stop.stopped);
+    if (storedStopped != stop.stopped) {
+        p.state.setStopped(stop.stopped);
+    }
     record.stoppedAfter = stop.stopped;
     if (const auto receiver = delegate.lock()) {
         receiver->onClientLocationUpdated(*location, stop.stopped, source);

@@ -8,8 +8,8 @@ namespace quorvane {
 
 TrackingState::TrackingState(platform::PreferencesStore& thePreferences) : preferences(thePreferences) {}
 
-bool TrackingState::isStopped() const {
-    return preferences.boolean(preference::stopped).value_or(false);
+std::optional<bool> TrackingState::stopped() const {
+    return preferences.boolean(preference::stopped);
 }
 
 bool TrackingState::canExit() const {

@@ -17,7 +17,9 @@ class TrackingState {
 public:
     explicit TrackingState(platform::PreferencesStore& preferences);
 
-    [[nodiscard]] bool isStopped() const;
+    [[nodiscard]] bool isStopped() const { return stopped().value_or(false); }
+    /// None while no fix was ever decided on.
+    [[nodiscard]] std::optional<bool> stopped() const;
     [[nodiscard]] bool canExit() const;
     [[nodiscard]] std::optional<platform::Location> lastMovedLocation() const;
     [[nodiscard]] std::optional<platform::Date> lastMovedAt() const;
