@@ -125,9 +125,11 @@ std::uint64_t SimulatedPhone::Device::requestSent(const platform::HTTPRequest& r
     return used.requests;
 }
 
-void SimulatedPhone::Device::requestAnswered(std::uint64_t request, const platform::HTTPTransport::Result& result) {
+void SimulatedPhone::Device::requestAnswered(std::uint64_t id, const platform::HTTPRequest& request,
+                                             const platform::HTTPTransport::Result& result) {
     const auto* const response = std::get_if<platform::HTTPResponse>(&result);
-    happened(phone::Response{request, response != nullptr ? std::optional(response->status) : std::nullopt});
+    happened(phone::Response{id, request.method, std::string(targetOf(request.url)),
+                             response != nullptr ? std::optional(response->status) : std::nullopt});
 }
 
 void SimulatedPhone::Device::setWallTime(platform::Date time) {

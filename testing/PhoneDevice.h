@@ -24,7 +24,8 @@ public:
     void askForPermission(platform::LocationManager::Permission permission) override;
     [[nodiscard]] double backgroundTimeRemaining() const override;
     std::uint64_t requestSent(const platform::HTTPRequest& request) override;
-    void requestAnswered(std::uint64_t request, const platform::HTTPTransport::Result& result) override;
+    void requestAnswered(std::uint64_t id, const platform::HTTPRequest& request,
+                         const platform::HTTPTransport::Result& result) override;
 
     void follow(TrackPath::Source fixes);
     void moveTo(const platform::Location& place);
@@ -67,6 +68,8 @@ private:
 
     /// Whether the system keeps the application running, for its continuous updates.
     [[nodiscard]] bool isKeptAlive() const;
+    /// The background time of an application that is kept running no longer begins.
+    void noteWhatKeepsAlive();
     void beginBackgroundTime();
     /// When the application may be suspended next, unless something happens before.
     [[nodiscard]] std::optional<Nanoseconds> suspensionDue() const;

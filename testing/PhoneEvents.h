@@ -63,6 +63,8 @@ struct Request {
 /// A request was answered.
 struct Response {
     std::uint64_t id = 0;
+    std::string method;
+    std::string target;
     /// None: no answer came.
     std::optional<int> status;
 };

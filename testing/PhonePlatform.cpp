@@ -24,10 +24,12 @@ public:
 
     void send(platform::HTTPRequest request, Completion completion) override {
         const std::uint64_t id = hardware.requestSent(request);
-        other.send(std::move(request), [this, id, completion = std::move(completion)](Result result) {
-            hardware.requestAnswered(id, result);
-            completion(std::move(result));
-        });
+        platform::HTTPRequest line{request.method, request.url};
+        other.send(std::move(request),
+                   [this, id, line = std::move(line), completion = std::move(completion)](Result result) {
+                       hardware.requestAnswered(id, line, result);
+                       completion(std::move(result));
+                   });
     }
     void close() override { other.close(); }
 

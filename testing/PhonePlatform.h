@@ -24,7 +24,8 @@ public:
     [[nodiscard]] virtual double backgroundTimeRemaining() const = 0;
     /// Answers the name of the request.
     virtual std::uint64_t requestSent(const platform::HTTPRequest& request) = 0;
-    virtual void requestAnswered(std::uint64_t request, const platform::HTTPTransport::Result& result) = 0;
+    virtual void requestAnswered(std::uint64_t id, const platform::HTTPRequest& request,
+                                 const platform::HTTPTransport::Result& result) = 0;
 };
 
 /// One launch of an application on a simulated phone: a simulated platform, whose location and background time are the

@@ -81,6 +81,7 @@ void SimulatedPhone::Device::locationDemandChanged() {
     const bool hadUpdates = demand.updates;
     SimulatedMainQueue nowhere(*clock);
     demand = application ? application->locationManagers().demand() : ServicesForNobody(*clock, nowhere, kept).demand();
+    noteWhatKeepsAlive();
     const bool wants = wantsSamples();
     senseNow = senseNow || (wants && !wantedSamples) || (demand.updates && !hadUpdates);
     wantedSamples = wants;
@@ -103,7 +104,7 @@ std::optional<SimulatedPhone::Device::Nanoseconds> SimulatedPhone::Device::sense
     if (!wantedSamples) {
         return std::nullopt;
     }
-    Nanoseconds due = sensedAt + sampling;
+    Nanoseconds due = sensedAt + (isReceiverOn() ? sampling : coarseSampling);
     if (path && pathStart + path->reached() > sensedAt) {
         due = now();
     } else if (const auto next = path ? path->next() : std::nullopt) {

@@ -52,7 +52,6 @@ void SimulatedPhone::Device::enterForeground() {
 
 void SimulatedPhone::Device::enterBackground() {
     QV_PRECONDITION(state == AppState::foreground, "an application that enters the background is in the foreground");
-    wasKeptAlive = false;
     beginBackgroundTime();
     setState(AppState::background);
 }
@@ -70,6 +69,12 @@ void SimulatedPhone::Device::terminate() {
 
 bool SimulatedPhone::Device::isKeptAlive() const {
     return state == AppState::background && demand.backgroundUpdates;
+}
+
+void SimulatedPhone::Device::noteWhatKeepsAlive() {
+    if (std::exchange(wasKeptAlive, isKeptAlive()) && !wasKeptAlive && state == AppState::background) {
+        beginBackgroundTime();
+    }
 }
 
 void SimulatedPhone::Device::beginBackgroundTime() {
@@ -93,9 +98,6 @@ std::optional<SimulatedPhone::Device::Nanoseconds> SimulatedPhone::Device::suspe
 
 /// Suspends the application where it is time. Answers whether there may be more to do at this moment.
 bool SimulatedPhone::Device::reviewState() {
-    if (std::exchange(wasKeptAlive, isKeptAlive()) && !wasKeptAlive && state == AppState::background) {
-        beginBackgroundTime();
-    }
     const std::optional<Nanoseconds> due = suspensionDue();
     if (!due || *due > now()) {
         return false;

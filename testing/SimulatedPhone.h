@@ -35,10 +35,12 @@ struct PhoneOptions {
 ///
 /// **Location.** A request for one fix is answered at once with the position at that moment. While there are continuous
 /// updates, or regions, visits or significant changes are monitored, the phone looks where it is at each fix of its
-/// track and every ten seconds between them; what it monitors is derived from that (see `RegionMonitor.h` and its
-/// neighbours in the SDK for the rules), whether the application runs or not. The accuracy of a fix is the track's,
-/// whatever accuracy was asked for. Without signal, or nowhere, what wants a fix fails after ten seconds, a request
-/// each time, continuous updates once.
+/// track, and between them every ten seconds for continuous updates finer than a kilometre, every minute for anything
+/// else. What it monitors is derived from that, whether the application runs or not: a border is crossed by two fixes
+/// in a row or one whose accuracy circle lies beyond it, a visit is five minutes within 100 metres, a change of more
+/// than 500 metres is significant, once in five minutes. The accuracy of a fix is the track's, whatever accuracy was
+/// asked for. Without signal, or nowhere, what wants a fix fails after ten seconds, a request each time, continuous
+/// updates once.
 ///
 /// **Running.** In the background the application runs while it has continuous updates that go on there, else for ten
 /// seconds after it came there, was woken or lost them, and longer where it has a grant of background time, which is
@@ -54,7 +56,9 @@ public:
     /// ends, if anything; the library's own objects need not be kept.
     using Host = std::function<std::shared_ptr<void>(phone::LaunchReason reason)>;
 
+    /// How often the phone looks where it is between two fixes of its track.
     static constexpr std::chrono::seconds sampling{10};
+    static constexpr std::chrono::seconds coarseSampling{60};
     static constexpr std::chrono::seconds fixTimeout{10};
     static constexpr std::chrono::seconds wakeTime{10};
     static constexpr std::chrono::seconds backgroundTime{180};
