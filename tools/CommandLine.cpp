@@ -10,6 +10,7 @@
 #include "tools/commands/Demo.h"
 #include "tools/commands/DeviceInfo.h"
 #include "tools/commands/Places.h"
+#include "tools/commands/Replay.h"
 #include "tools/commands/Rewards.h"
 #include "tools/commands/Search.h"
 #include "tools/commands/SignIn.h"
@@ -86,6 +87,7 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     addPlaces(program, line.command);
     addRewards(program, line.command);
     addDeviceInfo(program, line.command);
+    addReplay(program, line.command);
     addDemo(program, line.command);
     try {
         program.parse(argumentCount, arguments);
@@ -98,7 +100,8 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     }
     if (!line.command) {
         throw WrongForm(
-            "name one of the commands sign-in, search, tasks, places, rewards, device and demo; --help explains them");
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay and demo; --help "
+            "explains them");
     }
     return line;
 }

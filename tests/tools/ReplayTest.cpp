@@ -1,0 +1,310 @@
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "JSON/JSON.h"
+#include "tools/ProgramTest.h"
+
+namespace quorvane::tool {
+namespace {
+
+class ReplayTest : public ProgramTest {
+protected:
+    Ended replay(const std::string& track, Arguments more = {}) {
+        more.insert(more.begin(), {"replay", track});
+        return runPlain(more);
+    }
+
+    Ended replayRide(const Arguments& more = {}) { return replay(ride, more); }
+
+    /// The numbers of the only replay that was carried out.
+    AnyCodable::Dictionary summaryOf(const std::string& track, Arguments more = {}) {
+        more.emplace_back("--json");
+        const Ended ended = replay(track, more);
+        EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+        const AnyCodable::List replays = listIn(ended.document(), "replays");
+        EXPECT_EQ(replays.size(), 1U);
+        return replays.empty() ? AnyCodable::Dictionary() : objectIn(replays.front());
+    }
+
+    [[nodiscard]] std::string contentOf(const std::string& name) const {
+        std::ifstream file(scratch / name, std::ios::binary);
+        std::ostringstream content;
+        content << file.rdbuf();
+        return content.str();
+    }
+
+    [[nodiscard]] std::string places() const {
+        return makeFile("places.json", R"({"status": "SUCCESS", "places": [
+            {"distance": 1.5, "place": {"id": "p1", "name": "Market", "latitude": 52.1030, "longitude": 5.6828}},
+            {"distance": 2.5, "place": {"id": "p2", "name": "Windmill", "latitude": 52.0947, "longitude": 5.6722}},
+            {"distance": 3.5, "place": {"id": "p3", "name": "Far away", "latitude": 40, "longitude": 5}}]})");
+    }
+
+    const std::string ride = QUORVANE_RIDE;
+};
+
+std::size_t linesWith(const std::string& text, const std::string& part) {
+    const std::vector<std::string> lines = linesOf(text);
+    return static_cast<std::size_t>(std::count_if(
+        lines.begin(), lines.end(), [&part](const std::string& line) { return line.find(part) != std::string::npos; }));
+}
+
+/// A line of the summary as words: "dropped: old 0".
+bool hasRow(const std::string& text, const std::string& words) {
+    const std::vector<std::string> lines = linesOf(text);
+    return std::any_of(lines.begin(), lines.end(), [&words](const std::string& line) {
+        std::istringstream parts(line);
+        std::string joined;
+        for (std::string part; parts >> part;) {
+            joined += (joined.empty() ? "" : " ") + part;
+        }
+        return joined == words;
+    });
+}
+
+TEST_F(ReplayTest, ContinuousOptionsSendAFixEachHalfMinuteAndSeeTheRideStopAndGoOn) {
+    const Ended ended = replayRide({"--options", "continuous"});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_EQ(ended.errors, "");
+    EXPECT_EQ(linesOf(ended.output).front(), "2024-05-18T08:30:00Z      app         notRunning -> foreground");
+    EXPECT_TRUE(hasRow(ended.output, "recorded fixes 213")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "duration 1706.0 s"));
+    EXPECT_TRUE(hasRow(ended.output, "kept 56"));
+    EXPECT_TRUE(hasRow(ended.output, "sent 56"));
+    EXPECT_TRUE(hasRow(ended.output, "stops 1"));
+    EXPECT_TRUE(hasRow(ended.output, "SUCCESS 56"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 1"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STARTED_TRAVELING 1"));
+    EXPECT_TRUE(hasRow(ended.output, "receiver on 280.0 s"));
+    EXPECT_EQ(linesWith(ended.output, "  fix         BACKGROUND_LOCATION "), 56U);
+    EXPECT_EQ(linesWith(ended.output, "moving -> stopped"), 1U);
+}
+
+TEST_F(ReplayTest, ResponsiveOptionsKeepToTheirRulesAndSayWhyTheyDidLess) {
+    const Ended ended = replayRide({"--options", "responsive"});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_TRUE(hasRow(ended.output, "kept 17")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "sent 1"));
+    EXPECT_TRUE(hasRow(ended.output, "not sent: cantExit 15"));
+    EXPECT_TRUE(hasRow(ended.output, "not sent: desiredSyncInterval 1"));
+    EXPECT_EQ(linesWith(ended.output, "; not sent: cantExit, "), 15U);
+    EXPECT_EQ(linesWith(ended.output, "; sent in any case: neverSent, "), 1U);
+}
+
+TEST_F(ReplayTest, EfficientOptionsSleepThroughARideWithoutAVisit) {
+    const Ended ended = replayRide({"--options", "efficient"});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_TRUE(hasRow(ended.output, "fixes decided on 0")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "receiver on 0.0 s"));
+    EXPECT_EQ(linesWith(ended.output, "2024-05-18T08:30:10Z      app         background -> suspended"), 1U);
+}
+
+TEST_F(ReplayTest, OptionsOfAFileAreUsedAndWithoutAnyTheContinuousOnes) {
+    const std::string file = makeFile("minutely.json", R"({"DESIRED_MOVING_UPDATE_INTERVAL": 60, "SYNC": 2})");
+
+    const AnyCodable::Dictionary own = summaryOf(ride, {"--options", file});
+
+    EXPECT_EQ(textIn(own, "options"), file);
+    EXPECT_EQ(numberIn(objectIn(own, "fixes"), "processed"), 28);
+    EXPECT_EQ(textIn(summaryOf(ride), "options"), "continuous");
+}
+
+TEST_F(ReplayTest, PlacesThatTheServiceKnowsAreEnteredAndLeft) {
+    const Ended ended = replayRide({"--places", places()});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_EQ(linesWith(ended.output, "at Windmill (p2); USER_ENTERED_PLACE; USER_ENTERED_GEOFENCE"), 1U);
+    EXPECT_EQ(linesWith(ended.output, "at Market (p1); USER_ENTERED_PLACE; USER_ENTERED_GEOFENCE"), 1U);
+    EXPECT_EQ(linesWith(ended.output, "at no place; USER_EXITED_PLACE; USER_EXITED_GEOFENCE"), 2U);
+    EXPECT_EQ(linesWith(ended.output, "Far away"), 0U);
+    EXPECT_TRUE(hasRow(ended.output, "USER_ENTERED_PLACE 2"));
+}
+
+TEST_F(ReplayTest, JSONLinesHaveAnObjectForEachDecisionAndTheSummaryAtTheEnd) {
+    const Ended text = replayRide();
+    const Ended ended = replayRide({"--format", "json"});
+
+    const std::vector<std::string> lines = linesOf(ended.output);
+    ASSERT_GT(lines.size(), 100U) << ended.errors;
+    std::size_t fixes = 0;
+    for (const std::string& line : lines) {
+        const AnyCodable read = json::readExactly(line);
+        const AnyCodable::Dictionary object = objectIn(read);
+        fixes += textIn(object, "type") == "fix" ? 1 : 0;
+        EXPECT_EQ(object.contains("time"), &line != &lines.back());
+    }
+    EXPECT_EQ(fixes, 56U);
+    const AnyCodable last = json::readExactly(lines.back());
+    EXPECT_EQ(textIn(objectIn(last), "type"), "summary");
+    EXPECT_EQ(numberIn(objectIn(last), "recorded"), 213);
+    const std::string log = text.output.substr(0, text.output.find("\n\n") + 1);
+    EXPECT_EQ(lines.size() - 1, linesOf(log).size());
+}
+
+TEST_F(ReplayTest, TheSameInputGivesTheSameBytesInEveryTimeZoneAndLanguage) {
+    for (const char* const format : {"text", "json"}) {
+        const Arguments arguments{"--places", places(), "--options", "responsive", "--format", format};
+        const Ended first = replayRide(arguments);
+        environment.emplace_back("TZ", "Pacific/Auckland");
+        environment.emplace_back("LC_ALL", "de_DE.UTF-8");
+        const Ended second = replayRide(arguments);
+
+        EXPECT_FALSE(first.output.empty()) << first.errors;
+        EXPECT_EQ(first.output, second.output);
+    }
+}
+
+TEST_F(ReplayTest, AFileGetsWhatStandardOutputWouldHaveGot) {
+    const Ended shown = replayRide();
+    const Ended written = replayRide({"--output", (scratch / "ride.log").string()});
+
+    EXPECT_EQ(written.exitStatus, 0) << written.errors;
+    EXPECT_EQ(written.output, "");
+    EXPECT_EQ(contentOf("ride.log"), shown.output);
+}
+
+TEST_F(ReplayTest, ADocumentOnStandardOutputLeavesTheLogToTheFile) {
+    const Ended ended = replayRide({"--json", "--output", (scratch / "ride.log").string()});
+
+    EXPECT_EQ(listIn(ended.document(), "replays").size(), 1U);
+    EXPECT_EQ(linesWith(contentOf("ride.log"), "  fix         "), 56U);
+}
+
+TEST_F(ReplayTest, ThePresetsStandSideBySide) {
+    const Ended ended = replayRide({"--compare"});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_TRUE(hasRow(ended.output, "continuous responsive efficient")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "kept 56 17 0"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 1 0 0"));
+    EXPECT_TRUE(hasRow(ended.output, "receiver on 280.0 s 55.0 s 0.0 s"));
+    EXPECT_EQ(linesWith(ended.output, "2024-05-18"), 0U) << "there is no log";
+}
+
+TEST_F(ReplayTest, OptionsOfAFileStandBesideThePresets) {
+    const std::string file = makeFile("mine.json", "{}");
+
+    const Ended ended = replayRide({"--compare", "--options", file, "--format", "json"});
+
+    const std::vector<std::string> lines = linesOf(ended.output);
+    ASSERT_EQ(lines.size(), 4U) << ended.errors;
+    EXPECT_EQ(textIn(objectIn(json::readExactly(lines[2])), "options"), "efficient");
+    EXPECT_EQ(textIn(objectIn(json::readExactly(lines[3])), "options"), file);
+}
+
+TEST_F(ReplayTest, TheLibraryTellsItsOwnLogWhenItIsAskedTo) {
+    const Ended ended = replayRide({"--options", "efficient", "--log-level", "debug"});
+
+    EXPECT_EQ(ended.exitStatus, 0);
+    EXPECT_NE(ended.errors, "");
+    EXPECT_EQ(ended.output, replayRide({"--options", "efficient"}).output);
+}
+
+/// A recording among the real ones, and what is known of it.
+struct Recording {
+    std::string name;
+    double fixes;
+    double passedOver;
+    double seconds;
+};
+
+class RealRecording : public ReplayTest, public ::testing::WithParamInterface<Recording> {};
+
+TEST_P(RealRecording, IsReplayedWithEachPreset) {
+    const char* const data = std::getenv("QUORVANE_TEST_DATA");
+    if (data == nullptr) {
+        GTEST_SKIP() << "QUORVANE_TEST_DATA names no folder with recordings";
+    }
+    const std::string track = std::filesystem::path(data) / GetParam().name;
+    for (const char* const options : {"continuous", "responsive", "efficient"}) {
+        const AnyCodable::Dictionary summary = summaryOf(track, {"--options", options});
+
+        EXPECT_EQ(numberIn(summary, "recorded"), GetParam().fixes);
+        EXPECT_EQ(numberIn(summary, "passedOver"), GetParam().passedOver);
+        EXPECT_EQ(numberIn(summary, "seconds"), GetParam().seconds);
+        if (std::string(options) == "continuous") {
+            const double kept = numberIn(objectIn(summary, "fixes"), "processed");
+            EXPECT_EQ(kept, static_cast<int>(GetParam().seconds / 30)) << "one each half a minute";
+            EXPECT_EQ(numberIn(objectIn(summary, "syncs"), "SUCCESS"), kept);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, RealRecording,
+                         ::testing::Values(Recording{"cerknicko-jezero.gpx", 296, 0, 7200},
+                                           Recording{"haicom-305N.log", 68, 0, 81}, Recording{"rx210.log", 40, 0, 49},
+                                           Recording{"telit-he910.log", 187, 1, 195.7}),
+                         [](const auto& one) {
+                             const std::string& name = one.param.name;
+                             return name.substr(0, name.find_first_of("-."));
+                         });
+
+TEST_F(ReplayTest, FilesThatCannotBeReadEndWithOneAndASentence) {
+    const std::string text = makeFile("story.txt", "Once upon a time\n");
+    const std::string empty = makeFile("empty.gpx", "");
+    const std::string options = makeFile("options.json", R"({"STOP_DISTANCE": "far"})");
+    const std::string nowhere = makeFile("nowhere.json", R"([{"id": "p", "name": "Nowhere"}])");
+    const std::string tasks = makeFile("tasks.json", R"([{"key": "t"}])");
+    const auto expectFailure = [this](const std::string& track, const Arguments& more, const std::string& sentence) {
+        const Ended ended = replay(track, more);
+        EXPECT_EQ(ended.exitStatus, 1);
+        EXPECT_EQ(ended.output, "");
+        EXPECT_EQ(ended.errors, "quorvane: " + sentence + "\n");
+    };
+
+    expectFailure("./absent", {}, "./absent: the file cannot be read: No such file or directory.");
+    expectFailure(text, {}, text + ": the file is no track: it looks like neither GPX, NMEA, GeoJSON nor CSV.");
+    expectFailure(empty, {}, empty + ": the file is empty.");
+    expectFailure(ride, {"--options", "./absent"}, "./absent: No such file or directory");
+    expectFailure(ride, {"--options", text}, text + ": the text is no JSON document");
+    expectFailure(ride, {"--options", options}, options + ": STOP_DISTANCE: expected an integer, found \"far\"");
+    expectFailure(ride, {"--places", "./absent"}, "./absent: No such file or directory");
+    expectFailure(ride, {"--places", text}, text + ": the text is no JSON document");
+    expectFailure(ride, {"--places", tasks}, tasks + " holds what is no place");
+    expectFailure(ride, {"--places", nowhere}, nowhere + " holds a place without a point on the earth");
+    expectFailure(ride, {"--output", "./absent/log"}, "./absent/log: No such file or directory");
+}
+
+TEST_F(ReplayTest, ARecordingThatBreaksOffIsReplayedUpToThereAndTheLineIsTold) {
+    const std::string track = makeFile("broken.csv",
+                                       "lat,lon,time\n"
+                                       "46,14.5,2026-01-01T00:00:00Z\n"
+                                       "46.01,14.5,2026-01-01T00:05:00Z\n"
+                                       "46.02,14.5,2026-01-01T00:06:00Z\n"
+                                       "46.03,east,2026-01-01T00:07:00Z\n");
+
+    const Ended ended = replay(track);
+
+    EXPECT_EQ(ended.exitStatus, 1);
+    EXPECT_EQ(ended.errors, "quorvane: " + track + ", line 5: the longitude \"east\" is no number from -180 to 180.\n");
+    EXPECT_GT(linesWith(ended.output, "  fix         "), 0U);
+    EXPECT_EQ(linesWith(ended.output, "recorded fixes"), 0U);
+}
+
+TEST_F(ReplayTest, WrongFormsEndWithTwoAndASentence) {
+    const auto expectWrong = [this](const Arguments& arguments, const std::string& sentence) {
+        const Ended ended = runPlain(arguments);
+        EXPECT_EQ(ended.exitStatus, 2);
+        EXPECT_EQ(ended.output, "");
+        EXPECT_EQ(ended.errors, "quorvane: " + sentence + "\n");
+    };
+
+    expectWrong({"replay"}, "TRACK is required");
+    expectWrong({"replay", ""}, "TRACK takes a text that is not empty");
+    expectWrong({"replay", ride, "--options", "continous"},
+                "--options takes continuous, responsive, efficient or the name of a .json file, not \"continous\"");
+    expectWrong({"replay", ride, "--options"}, "--options needs a value");
+    expectWrong({"replay", ride, "--places", ""}, "--places takes a text that is not empty");
+    expectWrong({"replay", ride, "--format", "xml"}, "--format takes text or json, not \"xml\"");
+    expectWrong({"replay", ride, "--output", ""}, "--output takes a text that is not empty");
+    expectWrong({"replay", ride, ride}, "the following argument was not expected: " + ride);
+}
+
+} // namespace
+} // namespace quorvane::tool

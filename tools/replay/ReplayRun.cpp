@@ -1,0 +1,169 @@
+#include "tools/replay/ReplayRun.h"
+
+#include <utility>
+
+#include "Facade/Quorvane.h"
+#include "Tracking/TrackingObserver.h"
+#include "testing/DateText.h"
+#include "testing/SimulatedPhone.h"
+#include "testing/TrackReader.h"
+#include "tools/Failure.h"
+#include "tools/InputFile.h"
+
+namespace quorvane::tool {
+namespace {
+
+using testing::SimulatedPhone;
+using testing::TrackReader;
+
+/// Counts what happens on a phone, and writes it down where there is a log, as long as it lives.
+class Witness : public TrackingObserver, public testing::phone::Observer {
+public:
+    Witness(SimulatedPhone& thePhone, ReplaySummary& theSummary, const std::optional<ReplayLog>& target)
+        : phone(thePhone), summary(theSummary) {
+        if (target) {
+            log.emplace(phone.clock(), target->format, target->output);
+        }
+        phone.setObservers(this, this);
+    }
+    ~Witness() override { phone.setObservers(nullptr, nullptr); }
+
+    void observe(const observed::Observation& observation) override {
+        summary.count(observation);
+        if (log) {
+            log->observe(observation);
+        }
+    }
+    void happened(const testing::phone::Event& event) override {
+        if (log) {
+            log->happened(event);
+        }
+    }
+
+private:
+    SimulatedPhone& phone;
+    ReplaySummary& summary;
+    std::optional<testing::DecisionLog> log;
+};
+
+/// One replay from its first fix to its end.
+class Run {
+public:
+    Run(const ReplayInput& theInput, const GlobalOptions& theGlobal,
+        const std::function<void(std::string_view)>& theLibraryLog)
+        : input(theInput),
+          global(theGlobal),
+          libraryLog(theLibraryLog),
+          reader(open(theInput.track)),
+          first(reader->next()),
+          phone(phoneOptions()) {
+        summary.options = input.options.name;
+    }
+
+    ReplaySummary carryOut(const std::optional<ReplayLog>& log) {
+        const Witness witness(phone, summary, log);
+        phone.follow([this] { return nextFix(); });
+        phone.setHost([this](testing::phone::LaunchReason) {
+            serve(phone.platform().transport(), input.places);
+            Quorvane::initialize(global.key);
+            Quorvane::setLogLevel(global.logLevel.value_or(QVLogLevel::NONE));
+            return nullptr;
+        });
+        phone.launch();
+        advance({});
+        Quorvane::Tracking::start(input.options.make());
+        advance({});
+        phone.enterBackground();
+        followToTheEnd();
+        advance(replayTail);
+        tidy();
+        summary.duration += replayTail;
+        summary.passedOver = phone.path()->passedOver();
+        summary.usage = phone.usage();
+        return summary;
+    }
+
+private:
+    static std::unique_ptr<TrackReader> open(const std::string& path) {
+        testing::TrackError error;
+        auto opened = TrackReader::open(path, error);
+        if (!opened) {
+            throw Failure(error.message);
+        }
+        return opened;
+    }
+
+    testing::PhoneOptions phoneOptions() const {
+        requireNoError();
+        testing::PhoneOptions options;
+        options.platform.start = first->timestamp;
+        return options;
+    }
+
+    void requireNoError() const {
+        if (reader->error()) {
+            throw Failure(reader->error()->message);
+        }
+    }
+
+    std::optional<platform::Location> nextFix() {
+        auto fix = first ? std::exchange(first, std::nullopt) : reader->next();
+        summary.recorded += fix ? 1 : 0;
+        return fix;
+    }
+
+    void followToTheEnd() {
+        constexpr std::size_t fixesBetweenTidying = 256;
+        for (std::size_t fixes = 0; const auto next = phone.path()->next(); ++fixes) {
+            advance(*next - summary.duration);
+            summary.duration = *next;
+            // A phone on which nothing wants a location does not look where it is.
+            if (phone.path()->next() == next) {
+                (void)phone.position();
+            }
+            if (fixes % fixesBetweenTidying == 0) {
+                tidy();
+            }
+        }
+        requireNoError();
+        if (!phone.path()->problem().empty()) {
+            throw Failure(nameOfFile(input.track) + ": " + phone.path()->problem());
+        }
+    }
+
+    void advance(std::chrono::nanoseconds duration) {
+        if (!phone.advance(duration)) {
+            throw Failure(nameOfFile(input.track) + ": the work of the application had no end at " +
+                          testing::dateText(phone.clock().now()));
+        }
+    }
+
+    /// Keeps the records of the platform's parts from growing.
+    void tidy() {
+        testing::SimulatedPlatform& platform = phone.platform();
+        platform.transport().forgetRequests();
+        if (global.logLevel) {
+            for (const std::string& line : platform.application().outputLines()) {
+                libraryLog(line);
+            }
+        }
+        platform.application().clearOutput();
+    }
+
+    const ReplayInput& input;
+    const GlobalOptions& global;
+    const std::function<void(std::string_view)>& libraryLog;
+    const std::unique_ptr<TrackReader> reader;
+    std::optional<platform::Location> first;
+    ReplaySummary summary;
+    SimulatedPhone phone;
+};
+
+} // namespace
+
+ReplaySummary replay(const ReplayInput& input, const std::optional<ReplayLog>& log, const GlobalOptions& global,
+                     const std::function<void(std::string_view line)>& libraryLog) {
+    return Run(input, global, libraryLog).carryOut(log);
+}
+
+} // namespace quorvane::tool
