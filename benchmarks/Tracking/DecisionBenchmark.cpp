@@ -41,8 +41,8 @@ void distances(benchmark::State& state, double speed) {
     }
 }
 
-/// Each fix is decided on, and everything that this posts to the main queue is run. The last sync is so recent that none
-/// is due.
+/// Each fix is decided on, and everything that this posts to the main queue is run. The last sync is so recent that
+/// none is due.
 void pipeline(benchmark::State& state, double speed) {
     const auto fixes = ride(speed);
     const quorvane::testing::InstalledPlatform phone;

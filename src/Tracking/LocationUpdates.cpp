@@ -33,9 +33,6 @@ void LocationUpdates::start(std::int64_t interval) {
     }
     log.verbose([&] { return "Starting timer; interval = " + std::to_string(interval); });
     cancelShutdowns();
-    if (timer) {
-        timer->invalidate();
-    }
     if (started) {
         observation.tell([&] { return observed::UpdateTimer{Change::stopped, startedInterval}; });
     }

@@ -163,9 +163,25 @@ TEST_F(LocationUpdatesTest, TimersOfAnyIntervalStart) {
         options.desiredMovingUpdateInterval = interval;
         track(options);
         EXPECT_EQ(observer.of<observed::UpdateTimer>().back().interval, interval);
+        advance(3s);
+        EXPECT_EQ(precise().requests, interval == 1 ? 3 : 0);
     }
-    advance(3s);
-    EXPECT_EQ(precise().requests, 3);
+}
+
+TEST_F(LocationUpdatesTest, AShutdownThatIsOverIsNotCancelled) {
+    track(options);
+    setStopped(true);
+    update();
+    advance(10s);
+    setStopped(false);
+
+    update();
+
+    using Change = observed::Shutdown::Change;
+    const auto told = observer.of<observed::Shutdown>();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].change, Change::scheduled);
+    EXPECT_EQ(told[1].change, Change::done);
 }
 
 TEST_F(LocationUpdatesTest, WithTooLittleBackgroundTimeALocationIsStillAskedFor) {

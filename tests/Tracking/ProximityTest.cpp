@@ -1,4 +1,5 @@
 #include "JSON/NumberText.h"
+#include "Tracking/ExactDistance.h"
 #include "Tracking/QVTrackingService.h"
 #include "Tracking/TrackingTest.h"
 
@@ -13,10 +14,15 @@ class ProximityTest : public TrackingTest {
 protected:
     using ProximityCalls = Calls<QVStatus, FenceList, std::shared_ptr<QVPlace>>;
 
-    /// A place that many metres north of home, as the service sends it.
-    [[nodiscard]] static std::string placeAt(double metresNorth, const std::string& identifier) {
+    /// A place as the service sends it.
+    [[nodiscard]] static std::string placeOn(const platform::Coordinate& point, const std::string& identifier) {
         return R"({"id":")" + identifier + R"(","name":"Place )" + identifier + R"(","latitude":)" +
-               json::textOf(46.0 + metresNorth / metresOfOneDegree) + R"(,"longitude":14.5})";
+               json::textOf(point.latitude) + R"(,"longitude":)" + json::textOf(point.longitude) + "}";
+    }
+
+    /// One that many metres north of home.
+    [[nodiscard]] static std::string placeAt(double metresNorth, const std::string& identifier) {
+        return placeOn(fixAt(metresNorth).coordinate, identifier);
     }
 
     void find(const platform::Location& location = fixAt(0)) {
@@ -53,20 +59,15 @@ TEST_F(ProximityTest, APlace299MetresAwayIsNearAndOne301MetresAwayIsNot) {
 }
 
 TEST_F(ProximityTest, ExactlyThreeHundredMetresAreNear) {
-    // The same search for the last bit as a stop distance needs, the other way round: the user moves.
-    answerPlaces("[" + placeAt(0, "p") + "]");
-    platform::Location fix = fixAt(300);
-    const platform::Coordinate place{46.0, 14.5};
-    while (platform::distance(place, fix.coordinate) > 300.0) {
-        fix.coordinate.latitude = std::nextafter(fix.coordinate.latitude, 0.0);
-    }
-    find(fix);
+    platform::Coordinate place = pointExactly(300, nearTheEquator);
+    ASSERT_EQ(platform::distance(nearTheEquator, place), 300.0);
+    answerPlaces("[" + placeOn(place, "p") + "]");
+    find({nearTheEquator, 10});
     EXPECT_THAT(fences(), ElementsAre("p"));
 
-    while (platform::distance(place, fix.coordinate) <= 300.0) {
-        fix.coordinate.latitude = std::nextafter(fix.coordinate.latitude, 90.0);
-    }
-    find(fix);
+    place.latitude += 1e-9;
+    answerPlaces("[" + placeOn(place, "p") + "]");
+    find({nearTheEquator, 10});
     EXPECT_THAT(std::get<1>(calls[1]), IsEmpty());
     EXPECT_EQ(std::get<2>(calls[1]), nullptr);
 }

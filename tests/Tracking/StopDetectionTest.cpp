@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Tracking/ExactDistance.h"
 #include "Tracking/StopDetection.h"
 #include "testing/SimulatedClock.h"
 
@@ -57,24 +58,10 @@ TEST_F(StopDetectionTest, EightyMetresAwayIsMovedAndMovesPlaceAndTime) {
     EXPECT_TRUE(decision.setsLastMovedAt);
 }
 
-/// A fix whose distance from @p origin, which is near the equator, is that many metres to the last bit.
-platform::Location fixExactly(double metres, const platform::Location& origin, platform::Date time) {
-    platform::Location fix = origin;
-    fix.timestamp = time;
-    double tooNear = origin.coordinate.latitude;
-    double tooFar = tooNear + 2 * metres / metresOfOneDegree;
-    for (int halving = 0; halving < 100 && origin.distance(fix) != metres; ++halving) {
-        fix.coordinate.latitude = (tooNear + tooFar) / 2;
-        (origin.distance(fix) < metres ? tooNear : tooFar) = fix.coordinate.latitude;
-    }
-    return fix;
-}
-
 TEST_F(StopDetectionTest, ExactlyTheStopDistanceIsNotMoved) {
-    const platform::Location origin{{1e-12, 14.5}, 10, 5, noon};
-    platform::Location fix = fixExactly(70, origin, noon + 150s);
-    last.location = origin;
-    ASSERT_EQ(origin.distance(fix), 70);
+    last.location = platform::Location{nearTheEquator, 10, 5, noon};
+    platform::Location fix{pointExactly(70, nearTheEquator), 10, 5, noon + 150s};
+    ASSERT_EQ(last.location->distance(fix), 70);
 
     EXPECT_TRUE(detect(fix).stopped);
     EXPECT_FALSE(detect(fix).moved);
