@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <compare>
 #include <cstdint>
 #include <limits>
 #include <set>
@@ -37,46 +38,80 @@ std::int64_t characters(std::string_view text) {
     return std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
 }
 
-template <class Number>
-std::optional<Number> parse(std::string_view text) {
-    if (text.starts_with('+') && text.size() > 1 && text[1] != '-') {
+/// A number as it was typed, to be compared with integers without rounding.
+struct Decimal {
+    bool isNegative = false;
+    bool hasPoint = false;
+    /// Whether a digit behind the point is not zero.
+    bool hasFraction = false;
+    /// The digits before the point, without the sign. What is too large stands as the largest, beyond every bound.
+    std::uint64_t whole = 0;
+
+    [[nodiscard]] std::strong_ordering compare(std::int64_t bound) const {
+        if (whole == 0 && !hasFraction) {
+            return std::int64_t{0} <=> bound;
+        }
+        if (isNegative != (bound < 0)) {
+            return isNegative ? std::strong_ordering::less : std::strong_ordering::greater;
+        }
+        const std::uint64_t size =
+            bound < 0 ? 0 - static_cast<std::uint64_t>(bound) : static_cast<std::uint64_t>(bound);
+        const bool isLarger = whole > size || (whole == size && hasFraction);
+        if (!isLarger && whole == size) {
+            return std::strong_ordering::equal;
+        }
+        return isLarger == isNegative ? std::strong_ordering::less : std::strong_ordering::greater;
+    }
+    [[nodiscard]] bool isBelow(std::int64_t bound) const { return std::is_lt(compare(bound)); }
+    [[nodiscard]] bool isAbove(std::int64_t bound) const { return std::is_gt(compare(bound)); }
+};
+
+/// Digits with one sign before them and one point among them at most.
+std::optional<Decimal> parse(std::string_view text) {
+    Decimal number;
+    if (text.starts_with('+') || text.starts_with('-')) {
+        number.isNegative = text.front() == '-';
         text.remove_prefix(1);
     }
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+    const std::string_view whole = text.substr(0, text.find('.'));
+    number.hasPoint = whole.size() < text.size();
+    const std::string_view fraction = text.substr(number.hasPoint ? whole.size() + 1 : whole.size());
+    constexpr std::string_view digits = "0123456789";
+    if (whole.size() + fraction.size() == 0 || whole.find_first_not_of(digits) != std::string_view::npos ||
+        fraction.find_first_not_of(digits) != std::string_view::npos) {
+        return std::nullopt;
+    }
+    number.hasFraction = fraction.find_first_not_of('0') != std::string_view::npos;
+    if (std::from_chars(whole.data(), whole.data() + whole.size(), number.whole).ec == std::errc::result_out_of_range) {
+        number.whole = std::numeric_limits<std::uint64_t>::max();
+    }
+    return number;
 }
 
 Outcome checkNumber(const QVQuestion& question, std::string_view text) {
     if (text.empty()) {
         return Error::INVALID_VALUE();
     }
-    const Bounds bounds(question.minValue, question.maxValue);
-    bool isInside = false;
-    if (const auto whole = parse<std::int64_t>(text)) {
-        isInside = (!question.minValue || *whole >= bounds.low) && *whole <= bounds.high;
-    } else {
-        const auto number = parse<double>(text);
-        const bool isPlain = text.find_first_not_of("+-.0123456789") == std::string_view::npos;
-        if (!number || !isPlain || (!question.allowDecimals && text.find('.') != std::string_view::npos)) {
-            return Error::INVALID_NUMBER_FORMAT();
-        }
-        isInside = (!question.minValue || *number >= static_cast<double>(bounds.low)) &&
-                   *number <= static_cast<double>(bounds.high);
+    const auto number = parse(text);
+    if (!number || (number->hasPoint && !question.allowDecimals)) {
+        return Error::INVALID_NUMBER_FORMAT();
     }
-    return isInside ? Outcome() : Error::INVALID_RANGE_NUMBER(bounds.low, bounds.high);
+    const Bounds bounds(question.minValue, question.maxValue);
+    const bool isOutside = (question.minValue && number->isBelow(bounds.low)) || number->isAbove(bounds.high);
+    return isOutside ? Error::INVALID_RANGE_NUMBER(bounds.low, bounds.high) : Outcome();
 }
 
 Outcome checkRating(const QVQuestion& question, std::string_view text) {
     if (text.empty()) {
         return Error::MISSING_RATING();
     }
-    const auto rating = parse<std::int64_t>(text);
-    if (!rating) {
+    const auto rating = parse(text);
+    if (!rating || rating->hasPoint) {
         return Error::INVALID_NUMBER_FORMAT();
     }
     const Bounds bounds(1, question.numStars);
-    return bounds.hold(*rating) ? Outcome() : Error::INVALID_RANGE_NUMBER(bounds.low, bounds.high);
+    const bool isOutside = rating->isBelow(bounds.low) || rating->isAbove(bounds.high);
+    return isOutside ? Error::INVALID_RANGE_NUMBER(bounds.low, bounds.high) : Outcome();
 }
 
 Outcome checkText(const QVQuestion& question, const std::string& text) {
@@ -94,17 +129,26 @@ Outcome checkText(const QVQuestion& question, const std::string& text) {
     return {};
 }
 
-Outcome checkChoices(const QVQuestion& question, const AnswerInput& input, Bounds bounds) {
+/// How many choices were picked, with the text of an "other" choice; none where one is not a choice of the question.
+std::optional<std::int64_t> countPicks(const QVQuestion& question, const AnswerInput& input) {
     const std::set<std::string> picked(input.picked.begin(), input.picked.end());
     const bool areKnown = std::ranges::all_of(picked, [&](const std::string& key) {
         return std::ranges::any_of(question.answers, [&](const auto& answer) { return answer && answer->key == key; });
     });
     if (!areKnown) {
-        return Error::INVALID_VALUE();
+        return std::nullopt;
     }
     const bool hasOther = question.hasOther.value_or(false) && !trimmed(input.text).empty();
-    const auto count = static_cast<std::int64_t>(picked.size()) + (hasOther ? 1 : 0);
-    return bounds.hold(count) ? Outcome() : Error::INVALID_RANGE_ANSWER(bounds.low, bounds.high);
+    return static_cast<std::int64_t>(picked.size()) + (hasOther ? 1 : 0);
+}
+
+Outcome checkChoices(const QVQuestion& question, const AnswerInput& input, const Bounds& bounds, bool needsOne) {
+    const auto count = countPicks(question, input);
+    if (!count) {
+        return Error::INVALID_VALUE();
+    }
+    const bool isRight = bounds.hold(*count) && (*count > 0 || !needsOne);
+    return isRight ? Outcome() : Error::INVALID_RANGE_ANSWER(bounds.low, bounds.high);
 }
 
 Outcome checkByType(const QVQuestion& question, const AnswerInput& input) {
@@ -124,11 +168,10 @@ Outcome checkByType(const QVQuestion& question, const AnswerInput& input) {
         case QVQuestionType::openEnded:
             return checkText(question, input.text);
         case QVQuestionType::singleAnswer:
-            return checkChoices(question, input, Bounds(1, 1));
+            return checkChoices(question, input, Bounds(1, 1), true);
         case QVQuestionType::multipleAnswers:
-            return checkChoices(question, input,
-                                Bounds(std::max<std::int64_t>(question.minMultipleAnswers.value_or(1), 1),
-                                       question.maxMultipleAnswers));
+            return checkChoices(question, input, Bounds(question.minMultipleAnswers, question.maxMultipleAnswers),
+                                !question.minMultipleAnswers);
         case QVQuestionType::undefined:
             break;
     }

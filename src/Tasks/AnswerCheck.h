@@ -29,17 +29,19 @@ struct AnswerInput {
 /// - A date, time, barcode or rating must be there (`MISSING_DATE`, `MISSING_TIME`, `MISSING_BARCODE`,
 ///   `MISSING_RATING`). A rating is a whole number (`INVALID_NUMBER_FORMAT`) from 1 to the number of stars
 ///   (`INVALID_RANGE_NUMBER`).
-/// - A number must be there (`INVALID_VALUE`), parse, with decimals only where the question allows them
-///   (`INVALID_NUMBER_FORMAT`), and lie between the question's bounds (`INVALID_RANGE_NUMBER`).
+/// - A number must be there (`INVALID_VALUE`), be written in digits, with a point only where the question allows
+///   decimals (`INVALID_NUMBER_FORMAT`), and lie between the question's bounds, compared digit by digit
+///   (`INVALID_RANGE_NUMBER`). Without a lower bound it may be negative.
 /// - A text must be there (`INVALID_VALUE`), be as long, in Unicode characters, as the bounds say
 ///   (`INVALID_RANGE_CHARACTERS`), and be one of the suggestions where it must be (`INVALID_VALUE`).
 /// - Picked choices must be keys of the question's choices (`INVALID_VALUE`) and as many as asked for
-///   (`INVALID_RANGE_ANSWER`): one for a single answer, else between the bounds, at least one. A key picked twice
-///   counts once. Where a question has an "other" choice, a text counts as one more pick.
+///   (`INVALID_RANGE_ANSWER`): one for a single answer; for several answers as many as the bounds say, and at least
+///   one unless the question itself has a lower bound of 0. A key picked twice counts once. Where a question has an
+///   "other" choice, a text counts as one more pick.
 /// - A question of no known type: `UNKNOWN`.
 ///
-/// Where one bound is missing, the error carries 0 below or the largest integer above. A number without a lower bound
-/// may be negative.
+/// The three errors about a range carry both bounds. One that the question does not have stands there as 0 below, also
+/// where nothing picked is the error, or as the largest integer above, which no number exceeds.
 [[nodiscard]] std::optional<QVTaskSubmitError> checkAnswer(const QVTask& task, const QVQuestion& question,
                                                            const AnswerInput& input);
 

@@ -1,5 +1,11 @@
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <iterator>
+#include <limits>
 #include <random>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -41,6 +47,126 @@ TEST_P(AnswerCheckProperty, AWholeNumberIsRightExactlyWhenItLiesWithinTheBoundsT
     }
 }
 
+TEST_P(AnswerCheckProperty, ADecimalIsRightExactlyWhenItLiesWithinTheBoundsThatAreThere) {
+    question.type = QVQuestionType::numericOpenEnded;
+    question.allowDecimals = true;
+    for (int i = 0; i < 2000; ++i) {
+        question.minValue = maybe(-50, 50);
+        question.maxValue = maybe(-50, 50);
+        const std::int64_t thousandths = pick(-60'000, 60'000);
+        const bool isInside = thousandths >= question.minValue.value_or(-60) * 1000 &&
+                              thousandths <= question.maxValue.value_or(60) * 1000;
+        const std::string text = (thousandths < 0 ? "-" : "") + std::to_string(std::abs(thousandths) / 1000) + "." +
+                                 std::to_string(1000 + std::abs(thousandths) % 1000).substr(1);
+
+        EXPECT_EQ(checkAnswer(task, question, {{}, text, false}).has_value(), !isInside) << text;
+    }
+}
+
+/// Numbers in ascending order; those that an integer can be are bounds too.
+constexpr const char* ascending[] = {"-100000000000000000000000000000",
+                                     "-18446744073709551617",
+                                     "-9223372036854775809",
+                                     "-9223372036854775808.0000000000000000001",
+                                     "-9223372036854775808",
+                                     "-9223372036854775807.9999999999999999999",
+                                     "-9223372036854775807",
+                                     "-10.0000000000000000001",
+                                     "-10",
+                                     "-9.9999999999999999999",
+                                     "-0.0000000000000000001",
+                                     "0",
+                                     "0.9999999999999999999",
+                                     "1",
+                                     "1.0000000000000000001",
+                                     "9.9999999999999999999",
+                                     "10",
+                                     "10.0000000000000000001",
+                                     "9223372036854775806",
+                                     "9223372036854775806.9999999999999999999",
+                                     "9223372036854775807",
+                                     "9223372036854775807.0000000000000000001",
+                                     "9223372036854775808",
+                                     "18446744073709551615",
+                                     "18446744073709551616",
+                                     "100000000000000000000000000000"};
+constexpr std::int64_t lastPlace = std::ssize(ascending) - 1;
+
+/// The integer that stands at @p place, if one does.
+std::optional<std::int64_t> integerAt(std::int64_t place) {
+    const std::string_view text = ascending[place];
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+/// The place of the largest integer.
+std::int64_t largestPlace() {
+    std::int64_t place = lastPlace;
+    while (!integerAt(place)) {
+        --place;
+    }
+    return place;
+}
+
+class AnswerCheckLimits : public AnswerCheckProperty {
+protected:
+    /// The number at @p place, written with zeros that change nothing.
+    std::string written(std::int64_t place) {
+        std::string text = ascending[place];
+        const bool isNegative = text.starts_with('-');
+        const std::string sign = isNegative ? "-" : (pick(0, 1) == 0 ? "+" : "");
+        text = sign + std::string(static_cast<std::size_t>(pick(0, 25)), '0') + text.substr(isNegative ? 1 : 0);
+        if (question.allowDecimals && text.find('.') == std::string::npos && pick(0, 1) == 0) {
+            text += '.';
+        }
+        return text.find('.') == std::string::npos ? text
+                                                   : text + std::string(static_cast<std::size_t>(pick(0, 25)), '0');
+    }
+};
+
+TEST_P(AnswerCheckLimits, NumbersAtAndBeyondTheLimitsOfAnIntegerAreComparedExactly) {
+    question.type = QVQuestionType::numericOpenEnded;
+    question.allowDecimals = true;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::int64_t low = pick(0, lastPlace);
+        const std::int64_t high = pick(0, lastPlace);
+        question.minValue = integerAt(low);
+        question.maxValue = integerAt(high);
+        const std::int64_t place = pick(0, lastPlace);
+        const bool isInside =
+            (!question.minValue || place >= low) && place <= (question.maxValue ? high : largestPlace());
+
+        const std::string text = written(place);
+        const auto error = checkAnswer(task, question, {{}, text, false});
+
+        const auto expected = QVTaskSubmitError::INVALID_RANGE_NUMBER(
+            question.minValue.value_or(0), question.maxValue.value_or(std::numeric_limits<std::int64_t>::max()));
+        EXPECT_EQ(error, isInside ? std::nullopt : std::optional(expected)) << text;
+    }
+}
+
+TEST_P(AnswerCheckLimits, RatingsAtAndBeyondTheLimitsOfAnIntegerAreComparedExactly) {
+    question.type = QVQuestionType::ratingScale;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::int64_t high = pick(0, lastPlace);
+        question.numStars = integerAt(high);
+        const std::int64_t place = pick(0, lastPlace);
+        const bool isInside = place >= std::find(std::begin(ascending), std::end(ascending), std::string_view("1")) -
+                                           std::begin(ascending) &&
+                              place <= (question.numStars ? high : largestPlace());
+
+        const std::string text = written(place);
+        const auto error = checkAnswer(task, question, {{}, text, false});
+
+        if (text.find('.') != std::string::npos) {
+            EXPECT_EQ(error, QVTaskSubmitError::INVALID_NUMBER_FORMAT()) << text;
+        } else {
+            EXPECT_EQ(error.has_value(), !isInside) << text;
+        }
+    }
+}
+
 TEST_P(AnswerCheckProperty, ATextIsRightExactlyWhenItsCharactersAreWithinTheBounds) {
     question.type = QVQuestionType::openEnded;
     for (int i = 0; i < 2000; ++i) {
@@ -78,13 +204,14 @@ TEST_P(AnswerCheckProperty, APickIsRightExactlyWhenItsKeysExistAndAreAsManyAsAsk
             }
         }
         const auto count = static_cast<std::int64_t>(picked.size());
-        const bool isInside = count >= std::max<std::int64_t>(question.minMultipleAnswers.value_or(1), 1) &&
-                              count <= question.maxMultipleAnswers.value_or(count);
+        const bool isInside =
+            count >= question.minMultipleAnswers.value_or(1) && count <= question.maxMultipleAnswers.value_or(count);
 
         EXPECT_EQ(checkAnswer(task, question, {picked, "", false}).has_value(), !(areKnown && isInside));
     }
 }
 
+INSTANTIATE_TEST_SUITE_P(Seeds, AnswerCheckLimits, ::testing::Values(1U, 2U, 3U, 4U));
 INSTANTIATE_TEST_SUITE_P(Seeds, AnswerCheckProperty, ::testing::Values(1U, 2U, 3U, 4U));
 
 } // namespace

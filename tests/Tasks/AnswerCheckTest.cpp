@@ -67,7 +67,7 @@ TEST_F(AnswerCheck, WhatIsMissingIsNamedByTheQuestionsType) {
         {Type::numericOpenEnded, Error::INVALID_VALUE()},
         {Type::openEnded, Error::INVALID_VALUE()},
         {Type::singleAnswer, Error::INVALID_RANGE_ANSWER(1, 1)},
-        {Type::multipleAnswers, Error::INVALID_RANGE_ANSWER(1, largest)},
+        {Type::multipleAnswers, Error::INVALID_RANGE_ANSWER(0, largest)},
         {Type::undefined, Error::UNKNOWN()},
     };
     for (const auto& [type, error] : expected) {
@@ -138,6 +138,17 @@ TEST_F(AnswerCheck, AMissingBoundStandsInTheMessageAsZeroOrTheLargestInteger) {
     EXPECT_EQ(checkText("2"), Error::INVALID_RANGE_NUMBER(3, largest));
 }
 
+TEST_F(AnswerCheck, NumbersAreComparedWithTheBoundsWithoutRounding) {
+    ask(Type::numericOpenEnded);
+    EXPECT_EQ(checkText("9223372036854775807"), std::nullopt);
+    EXPECT_EQ(checkText("9223372036854775808"), Error::INVALID_RANGE_NUMBER(0, largest));
+    EXPECT_EQ(checkText(std::string(400, '9')), Error::INVALID_RANGE_NUMBER(0, largest));
+    question.maxValue = 10;
+    question.allowDecimals = true;
+    EXPECT_EQ(checkText("10.0000000000000000000"), std::nullopt);
+    EXPECT_EQ(checkText("10.0000000000000000001"), Error::INVALID_RANGE_NUMBER(0, 10));
+}
+
 TEST_F(AnswerCheck, ANumberWithoutALowerBoundMayBeNegative) {
     ask(Type::numericOpenEnded);
     EXPECT_EQ(checkText("-40"), std::nullopt);
@@ -152,6 +163,23 @@ TEST_F(AnswerCheck, ARatingIsAWholeNumberFromOneToTheNumberOfStars) {
     EXPECT_EQ(checkText("6"), Error::INVALID_RANGE_NUMBER(1, 5));
     EXPECT_EQ(checkText("4.5"), Error::INVALID_NUMBER_FORMAT());
     EXPECT_EQ(checkText("good"), Error::INVALID_NUMBER_FORMAT());
+}
+
+TEST_F(AnswerCheck, ARatingWithoutANumberOfStarsEndsAtTheLargestInteger) {
+    ask(Type::ratingScaleWithText);
+    EXPECT_EQ(checkText("1"), std::nullopt);
+    EXPECT_EQ(checkText("9223372036854775807"), std::nullopt);
+    EXPECT_EQ(checkText("0"), Error::INVALID_RANGE_NUMBER(1, largest));
+    EXPECT_EQ(checkText("9223372036854775808"), Error::INVALID_RANGE_NUMBER(1, largest));
+}
+
+TEST_F(AnswerCheck, ABoundThatATextsLengthLacksStandsInTheMessageAsZeroOrTheLargestInteger) {
+    ask(Type::openEnded);
+    question.maxValue = 3;
+    EXPECT_EQ(checkText("abcd"), Error::INVALID_RANGE_CHARACTERS(0, 3));
+    question.maxValue = std::nullopt;
+    question.minValue = 3;
+    EXPECT_EQ(checkText("ab"), Error::INVALID_RANGE_CHARACTERS(3, largest));
 }
 
 TEST_F(AnswerCheck, TheLengthOfATextIsCountedInCharactersAndNotInBytes) {
@@ -192,6 +220,37 @@ TEST_F(AnswerCheck, AsManyChoicesArePickedAsTheQuestionAsksFor) {
     EXPECT_EQ(checkPicks({"a", "b", "c"}), std::nullopt);
     EXPECT_EQ(checkPicks({"a", "b", "c", "d"}), Error::INVALID_RANGE_ANSWER(2, 3));
     EXPECT_EQ(checkPicks({"a", "b", "x"}), Error::INVALID_VALUE());
+}
+
+TEST_F(AnswerCheck, AMissingBoundOfThePicksStandsInTheMessageAsZeroOrTheLargestInteger) {
+    ask(Type::multipleAnswers);
+    offer({"a", "b", "c"});
+    question.maxMultipleAnswers = 2;
+    EXPECT_EQ(checkPicks({"a", "b", "c"}), Error::INVALID_RANGE_ANSWER(0, 2));
+    question.maxMultipleAnswers = std::nullopt;
+    question.minMultipleAnswers = 2;
+    EXPECT_EQ(checkPicks({"a"}), Error::INVALID_RANGE_ANSWER(2, largest));
+}
+
+TEST_F(AnswerCheck, NothingPickedIsAnErrorAndReadsAsBetweenZeroAndTheUpperBoundWhereThereIsNoLowerOne) {
+    ask(Type::multipleAnswers);
+    offer({"a", "b", "c"});
+    EXPECT_EQ(checkPicks({}), Error::INVALID_RANGE_ANSWER(0, largest));
+    EXPECT_EQ(checkPicks({"a", "b", "c"}), std::nullopt);
+    question.maxMultipleAnswers = 2;
+    EXPECT_EQ(checkPicks({}), Error::INVALID_RANGE_ANSWER(0, 2));
+    question.isOptional = true;
+    EXPECT_EQ(checkPicks({}), std::nullopt);
+}
+
+TEST_F(AnswerCheck, NothingPickedIsRightWhereTheQuestionItselfAsksForZeroOrMore) {
+    ask(Type::multipleAnswers);
+    offer({"a", "b", "c"});
+    question.minMultipleAnswers = 0;
+    question.maxMultipleAnswers = 2;
+    EXPECT_EQ(checkPicks({}), std::nullopt);
+    EXPECT_EQ(checkPicks({"a"}), std::nullopt);
+    EXPECT_EQ(checkPicks({"a", "b", "c"}), Error::INVALID_RANGE_ANSWER(0, 2));
 }
 
 TEST_F(AnswerCheck, ATextCountsAsAPickWhereThereIsAnOtherChoice) {
