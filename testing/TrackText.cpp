@@ -17,6 +17,10 @@ constexpr bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+constexpr bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 /// Nanoseconds of the @p digits behind a decimal point, that point being worth @p unit nanoseconds.
 std::int64_t fraction(std::string_view digits, std::int64_t unit) {
     std::int64_t result = 0;
@@ -68,12 +72,13 @@ std::string quoted(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 std::string lowered(std::string_view text) {
