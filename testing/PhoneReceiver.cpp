@@ -79,8 +79,12 @@ bool SimulatedPhone::Device::wantsSamples() const {
 void SimulatedPhone::Device::locationDemandChanged() {
     countReceiverTime();
     const bool hadUpdates = demand.updates;
-    SimulatedMainQueue nowhere(*clock);
-    demand = application ? application->locationManagers().demand() : ServicesForNobody(*clock, nowhere, kept).demand();
+    if (application) {
+        demand = application->locationManagers().demand();
+    } else {
+        SimulatedMainQueue nowhere(*clock);
+        demand = ServicesForNobody(*clock, nowhere, kept).demand();
+    }
     noteWhatKeepsAlive();
     const bool wants = wantsSamples();
     senseNow = senseNow || (wants && !wantedSamples) || (demand.updates && !hadUpdates);
@@ -126,14 +130,17 @@ void SimulatedPhone::Device::sense() {
         senseForLaunch(*fix);
         return;
     }
-    if (demand.request) {
+    const bool wasRequested = demand.request;
+    if (wasRequested) {
         ++used.fixRequests;
         const bool isExtra = !isReceiverOn() && demand.requestAccuracy < DesiredAccuracy::kilometer;
         used.receiverTime += isExtra ? timeToFix : Nanoseconds(0);
     }
     const DerivedLocations::Outcome outcome = application->locationManagers().receive(*fix);
     used.fixes += outcome.receivers;
-    locationDemandChanged();
+    if (wasRequested) {
+        locationDemandChanged();
+    }
     if (outcome.events > 0 && kept->authorization == LocationAuthorization::always) {
         wake();
     }
