@@ -107,6 +107,18 @@ TEST_F(ClaimTest, AnInvalidCoordinateOfATaskCountsAsNone) {
     EXPECT_EQ(QVTaskService::shared().getTaskLocation(task).coordinate, (platform::Coordinate{0, 0}));
 }
 
+TEST_F(ClaimTest, ASuccessWithoutABodyIsASuccessWithoutATask) {
+    standAway(0);
+    transport().answer("POST", "/tasks", Answer::with(204));
+
+    claim();
+    phone->runUntilIdle();
+
+    ASSERT_EQ(claimed.count(), 1U);
+    EXPECT_EQ(claimed.first<0>(), QVStatus::SUCCESS);
+    EXPECT_EQ(claimed.first<1>(), nullptr);
+}
+
 TEST_F(ClaimTest, TheServicesRefusalIsHandedOnAsItIs) {
     standAway(0);
     transport().answer("POST", "/tasks", Answer::with(403));

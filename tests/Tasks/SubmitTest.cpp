@@ -20,14 +20,22 @@ public:
     [[nodiscard]] int width() const override { return imageWidth; }
     [[nodiscard]] int height() const override { return imageHeight; }
     [[nodiscard]] std::shared_ptr<const Image> half() const override {
-        return halfFails ? nullptr : std::make_shared<TestImage>(imageWidth / 2, imageHeight / 2);
+        if (halfFails) {
+            return nullptr;
+        }
+        auto image = std::make_shared<TestImage>(imageWidth / 2, imageHeight / 2);
+        image->encodingFails = encodingFails;
+        return image;
     }
     [[nodiscard]] std::optional<std::string> jpeg(double quality) const override {
-        return "jpeg " + size() + " at " + std::to_string(quality).substr(0, 3);
+        return encodingFails ? std::nullopt
+                             : std::optional("jpeg " + size() + " at " + std::to_string(quality).substr(0, 3));
     }
     [[nodiscard]] std::optional<std::string> png() const override { return "png " + size(); }
 
     bool halfFails = false;
+    /// Of it and of its half.
+    bool encodingFails = false;
 
 private:
     [[nodiscard]] std::string size() const { return std::to_string(imageWidth) + "x" + std::to_string(imageHeight); }
@@ -89,6 +97,62 @@ TEST_F(SubmitTest, AnAnswerIsSentWithItsTaskQuestionPicksAndTextAndNothingElse) 
     EXPECT_EQ(response.key, std::nullopt);
 }
 
+TEST_F(SubmitTest, TheBodyIsTheWholeAnswerAndNotACharacterMore) {
+    submit(std::make_shared<TestImage>(4, 2));
+
+    EXPECT_EQ(transport().requests().at(0).request.body, R"({
+  "answers": [
+    "a1"
+  ],
+  "base64": "data:image/jpeg;base64,anBlZyAyeDEgYXQgMC45",
+  "owners": {
+    "campaign": "campaign-1"
+  },
+  "question": {
+    "allowDecimals": false,
+    "answerOrder": "",
+    "answers": [],
+    "criticalAnswers": [],
+    "images": [],
+    "key": "question-1",
+    "openTextSuggestions": [],
+    "question": "",
+    "scoreIntervals": [],
+    "showUnitsOnLeft": false,
+    "thresholdAnswers": [],
+    "type": "undefined"
+  },
+  "state": "continue",
+  "taskKey": "task-1",
+  "userAnswer": "typed"
+})");
+}
+
+TEST_F(SubmitTest, PicksTextAndPhotoThatAreAbsentHaveNoKeyInTheBody) {
+    QVTaskService::shared().submit(task, nullptr, std::nullopt, std::nullopt, nullptr, submitted.record());
+    phone->runUntilIdle();
+
+    EXPECT_EQ(transport().requests().at(0).request.body, R"({
+  "owners": {
+    "campaign": "campaign-1"
+  },
+  "state": "continue",
+  "taskKey": "task-1"
+})");
+    EXPECT_EQ(submitted.first<0>(), QVStatus::SUCCESS);
+}
+
+TEST_F(SubmitTest, ASuccessWithoutABodyIsASuccessWithoutAResponseAndWithoutAnError) {
+    transport().answer("POST", "/tasks/task-1/responses", Answer::with(204));
+
+    submit();
+
+    ASSERT_EQ(submitted.count(), 1U);
+    EXPECT_EQ(submitted.first<0>(), QVStatus::SUCCESS);
+    EXPECT_EQ(submitted.first<1>(), nullptr);
+    EXPECT_EQ(submitted.first<2>(), std::nullopt);
+}
+
 TEST_F(SubmitTest, TheServicesResponseIsHandedOverWithoutAnError) {
     submit();
 
@@ -127,6 +191,17 @@ TEST_F(SubmitTest, ARequiredPhotoThatIsMissingIsToldAndNothingIsSent) {
     EXPECT_THAT(requestLines(), IsEmpty());
 }
 
+TEST_F(SubmitTest, ARequiredPhotoThatIsMissingIsToldBeforeSubmitReturns) {
+    requirePhoto();
+
+    QVTaskService::shared().submit(task, question, std::nullopt, "typed", nullptr, submitted.record());
+
+    expectRefused(QVStatus::ERROR_QUESTION_SUBMIT_FAILURE, Error::MISSING_PHOTO());
+    phone->runUntilIdle();
+    EXPECT_EQ(submitted.count(), 1U);
+    EXPECT_THAT(requestLines(), IsEmpty());
+}
+
 TEST_F(SubmitTest, ThePhotoOptionsOfAPickedChoiceAreNotConsulted) {
     auto choice = std::make_shared<QVAnswer>();
     choice->key = "a1";
@@ -155,6 +230,16 @@ TEST_F(SubmitTest, HalfThePhotoIsSentAsAJPEGAtNineTenthsInADataURL) {
 TEST_F(SubmitTest, APhotoOfWhichNoHalfComesOutIsLeftOut) {
     auto image = std::make_shared<TestImage>(4000, 3000);
     image->halfFails = true;
+
+    submit(image);
+
+    EXPECT_EQ(sent().base64, std::nullopt);
+    EXPECT_EQ(submitted.first<0>(), QVStatus::SUCCESS);
+}
+
+TEST_F(SubmitTest, APhotoThatCannotBeEncodedIsLeftOut) {
+    auto image = std::make_shared<TestImage>(4000, 3000);
+    image->encodingFails = true;
 
     submit(image);
 
