@@ -1,5 +1,7 @@
 #include "tools/commands/Replay.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,13 +15,15 @@
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
 #include "tools/Terminal.h"
+#include "tools/Text.h"
 #include "tools/replay/ReplayOutput.h"
+#include "tools/replay/ReplayPage.h"
 #include "tools/replay/ReplayRun.h"
 
 namespace quorvane::tool {
 namespace {
 
-using Format = testing::DecisionLog::Format;
+enum class Format { text, json, html };
 
 struct ReplayOptions {
     std::string track;
@@ -40,6 +44,11 @@ bool isPreset(const std::string& name) {
     return name == "continuous" || name == "responsive" || name == "efficient";
 }
 
+/// Of a file, wherever it lies.
+std::string baseName(const std::string& path) {
+    return printable(std::filesystem::path(path).filename().string());
+}
+
 NamedOptions optionsCalled(const std::string& name) {
     for (const NamedOptions& preset : presets()) {
         if (preset.name == name) {
@@ -47,7 +56,7 @@ NamedOptions optionsCalled(const std::string& name) {
         }
     }
     const auto fromFile = modelIn<QuorvaneTrackingOptions>(name, contentOf(name));
-    return {nameOfFile(name), [fromFile] { return fromFile; }};
+    return {baseName(name), [fromFile] { return fromFile; }};
 }
 
 /// A preset, or what can be taken for the name of a file.
@@ -60,10 +69,16 @@ std::string optionsIn(const std::string& text) {
 }
 
 Format formatIn(const std::string& text) {
-    if (text != "text" && text != "json") {
-        throw WrongForm("--format takes text or json, not \"" + text + "\"");
+    if (text == "text") {
+        return Format::text;
     }
-    return text == "json" ? Format::jsonLines : Format::text;
+    if (text == "json") {
+        return Format::json;
+    }
+    if (text == "html") {
+        return Format::html;
+    }
+    throw WrongForm("--format takes text, json or html, not \"" + text + "\"");
 }
 
 /// The last line of a log for programs.
@@ -73,7 +88,7 @@ std::string lineOf(const ReplaySummary& summary) {
     return json::writeExactly(document) + '\n';
 }
 
-void write(const std::vector<ReplaySummary>& summaries, Format format, ReplayOutput& output) {
+void writeSummaries(const std::vector<ReplaySummary>& summaries, Format format, ReplayOutput& output) {
     if (format == Format::text) {
         output.write(summaryText(summaries));
         return;
@@ -83,7 +98,7 @@ void write(const std::vector<ReplaySummary>& summaries, Format format, ReplayOut
     }
 }
 
-AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptions& global, Terminal& terminal) {
+std::vector<NamedOptions> optionsFor(const ReplayOptions& options) {
     std::vector<NamedOptions> all;
     if (options.compares) {
         all = presets();
@@ -91,25 +106,44 @@ AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptio
     if (!options.compares || !isPreset(options.options)) {
         all.push_back(optionsCalled(options.options));
     }
+    return all;
+}
+
+AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptions& global, Terminal& terminal) {
+    const std::vector<NamedOptions> all = optionsFor(options);
     const KnownPlaces places = options.places.empty() ? KnownPlaces() : knownPlacesIn(options.places);
-    const auto libraryLog = [&terminal](std::string_view line) { terminal.log(line); };
     ReplayOutput output(options.output, terminal);
-    // A log that would go where the one document goes is not made.
-    const bool isLogged = !options.compares && (!global.json || !options.output.empty());
-    std::optional<ReplayLog> log;
+    // What would go where the one document goes is not made.
+    const bool isWritten = !global.json || !options.output.empty();
+    const bool isLogged = isWritten && !options.compares && options.format != Format::html;
+    const std::vector<NamedOptions>::const_iterator chosen =
+        isPreset(options.options)
+            ? std::find_if(all.begin(), all.end(), [&](const auto& one) { return one.name == options.options; })
+            : all.end() - 1;
+    ReplayPage page("Replay of " + baseName(options.track) + ", " + chosen->name);
+    ReplayReaders readers;
+    readers.libraryLog = [&terminal](std::string_view line) { terminal.log(line); };
     if (isLogged) {
-        log = ReplayLog{options.format, [&output](std::string_view line) { output.write(line); }};
+        readers.log = ReplayLog{options.format == Format::text ? testing::DecisionLog::Format::text
+                                                               : testing::DecisionLog::Format::jsonLines,
+                                [&output](std::string_view line) { output.write(line); }};
     }
     std::vector<ReplaySummary> summaries;
     AnyCodable::List documents;
     for (const NamedOptions& one : all) {
-        summaries.push_back(replay({options.track, one, places}, log, global, libraryLog));
+        const bool isDrawn = isWritten && options.format == Format::html && &one == &*chosen;
+        readers.listener = isDrawn ? &page : nullptr;
+        summaries.push_back(replay({options.track, one, places}, readers, global));
         documents.emplace_back(summaries.back().document());
     }
     if (isLogged && options.format == Format::text) {
         output.write("\n");
     }
-    write(summaries, options.format, output);
+    if (isWritten && options.format == Format::html) {
+        output.write(page.html(summaries, places));
+    } else {
+        writeSummaries(summaries, options.format, output);
+    }
     output.finish();
     return {{"replays", documents}};
 }
@@ -136,7 +170,7 @@ void addReplay(CLI::App& program, Command& chosen) {
         ->type_name("FILE");
     verb->add_option_function<std::string>(
             "--format", [options](const std::string& text) { options->format = formatIn(text); },
-            "Of the decision log: text, or json for an object a line (text)")
+            "The decision log as text, as json, an object a line, or as an html page with a map (text)")
         ->type_name("FORMAT");
     verb->add_option_function<std::string>(
             "--output", [options](const std::string& text) { options->output = textIn("--output", text); },

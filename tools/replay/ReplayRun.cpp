@@ -19,10 +19,10 @@ using testing::TrackReader;
 /// Counts what happens on a phone, and writes it down where there is a log, as long as it lives.
 class Witness : public TrackingObserver, public testing::phone::Observer {
 public:
-    Witness(SimulatedPhone& thePhone, ReplaySummary& theSummary, const std::optional<ReplayLog>& target)
-        : phone(thePhone), summary(theSummary) {
-        if (target) {
-            log.emplace(phone.clock(), target->format, target->output);
+    Witness(SimulatedPhone& thePhone, ReplaySummary& theSummary, const ReplayReaders& readers)
+        : phone(thePhone), summary(theSummary), listener(readers.listener) {
+        if (readers.log) {
+            log.emplace(phone.clock(), readers.log->format, readers.log->output);
         }
         phone.setObservers(this, this);
     }
@@ -32,6 +32,9 @@ public:
         summary.count(observation);
         if (log) {
             log->observe(observation);
+        }
+        if (listener != nullptr) {
+            listener->observed(phone.clock().now(), observation);
         }
     }
     void happened(const testing::phone::Event& event) override {
@@ -43,25 +46,25 @@ public:
 private:
     SimulatedPhone& phone;
     ReplaySummary& summary;
+    ReplayListener* const listener;
     std::optional<testing::DecisionLog> log;
 };
 
 /// One replay from its first fix to its end.
 class Run {
 public:
-    Run(const ReplayInput& theInput, const GlobalOptions& theGlobal,
-        const std::function<void(std::string_view)>& theLibraryLog)
+    Run(const ReplayInput& theInput, const ReplayReaders& theReaders, const GlobalOptions& theGlobal)
         : input(theInput),
+          readers(theReaders),
           global(theGlobal),
-          libraryLog(theLibraryLog),
           reader(open(theInput.track)),
           first(reader->next()),
           phone(phoneOptions()) {
         summary.options = input.options.name;
     }
 
-    ReplaySummary carryOut(const std::optional<ReplayLog>& log) {
-        const Witness witness(phone, summary, log);
+    ReplaySummary carryOut() {
+        const Witness witness(phone, summary, readers);
         phone.follow([this] { return nextFix(); });
         phone.setHost([this](testing::phone::LaunchReason) {
             serve(phone.platform().transport(), input.places);
@@ -109,6 +112,9 @@ private:
     std::optional<platform::Location> nextFix() {
         auto fix = first ? std::exchange(first, std::nullopt) : reader->next();
         summary.recorded += fix ? 1 : 0;
+        if (fix && readers.listener != nullptr) {
+            readers.listener->recorded(*fix);
+        }
         return fix;
     }
 
@@ -144,15 +150,15 @@ private:
         platform.transport().forgetRequests();
         if (global.logLevel) {
             for (const std::string& line : platform.application().outputLines()) {
-                libraryLog(line);
+                readers.libraryLog(line);
             }
         }
         platform.application().clearOutput();
     }
 
     const ReplayInput& input;
+    const ReplayReaders& readers;
     const GlobalOptions& global;
-    const std::function<void(std::string_view)>& libraryLog;
     const std::unique_ptr<TrackReader> reader;
     std::optional<platform::Location> first;
     ReplaySummary summary;
@@ -161,9 +167,8 @@ private:
 
 } // namespace
 
-ReplaySummary replay(const ReplayInput& input, const std::optional<ReplayLog>& log, const GlobalOptions& global,
-                     const std::function<void(std::string_view line)>& libraryLog) {
-    return Run(input, global, libraryLog).carryOut(log);
+ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global) {
+    return Run(input, readers, global).carryOut();
 }
 
 } // namespace quorvane::tool

@@ -9,6 +9,7 @@
 #include "Models/QuorvaneTrackingOptions.h"
 #include "testing/DecisionLog.h"
 #include "tools/Options.h"
+#include "tools/replay/ReplayListener.h"
 #include "tools/replay/ReplayService.h"
 #include "tools/replay/ReplaySummary.h"
 
@@ -34,14 +35,19 @@ struct ReplayLog {
     testing::DecisionLog::Output output;
 };
 
+/// Who is told of a replay. What is absent is told nothing.
+struct ReplayReaders {
+    std::optional<ReplayLog> log;
+    ReplayListener* listener = nullptr;
+    /// Gets the library's own log where a level of it was asked for.
+    std::function<void(std::string_view line)> libraryLog;
+};
+
 /// How long a replay goes on after its last fix, so that what was begun comes to its end.
 inline constexpr std::chrono::seconds replayTail{10};
 
 /// Lets a simulated phone follow the recording with an application that tracks in the background, as fast as it goes,
-/// in memory that does not grow with the recording's length. @p libraryLog gets the library's own log where
-/// @p global wants one. Throws a `Failure`.
-[[nodiscard]] ReplaySummary replay(const ReplayInput& input, const std::optional<ReplayLog>& log,
-                                   const GlobalOptions& global,
-                                   const std::function<void(std::string_view line)>& libraryLog);
+/// in memory that does not grow with the recording's length. Throws a `Failure`.
+[[nodiscard]] ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global);
 
 } // namespace quorvane::tool

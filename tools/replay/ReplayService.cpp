@@ -70,7 +70,7 @@ KnownPlaces knownPlacesIn(const std::string& path) {
         if (!hasPoint || !place->location->coordinate || !place->location->coordinate->isValid()) {
             throw Failure(nameOfFile(path) + " holds a place without a point on the earth");
         }
-        places.push_back({std::move(text), *place->location->coordinate});
+        places.push_back({std::move(text), place->name, *place->location->coordinate});
     }
     return places;
 }

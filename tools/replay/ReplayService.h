@@ -8,9 +8,10 @@
 
 namespace quorvane::tool {
 
-/// A place as its JSON text, and where it is.
+/// A place as its JSON text, its name, and where it is.
 struct KnownPlace {
     std::string text;
+    std::string name;
     platform::Coordinate coordinate;
 };
 using KnownPlaces = std::vector<KnownPlace>;

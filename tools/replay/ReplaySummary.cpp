@@ -5,6 +5,7 @@
 #include <charconv>
 #include <functional>
 #include <set>
+#include <utility>
 #include <variant>
 
 #include "testing/DecisionNames.h"
@@ -56,9 +57,9 @@ public:
     explicit Lines(const Summaries& theSummaries) : summaries(theSummaries) {}
 
     void add(std::string_view label, const std::function<std::string(const ReplaySummary&)>& value) {
-        rows.push_back({std::string(label)});
+        rows.push_back({std::string(label), {}});
         for (const ReplaySummary& summary : summaries) {
-            rows.back().push_back(value(summary));
+            rows.back().values.push_back(value(summary));
         }
     }
     void count(std::string_view label, const std::function<std::size_t(const ReplaySummary&)>& value) {
@@ -81,27 +82,11 @@ public:
         }
     }
 
-    [[nodiscard]] std::string text() const {
-        std::vector<std::size_t> widths(summaries.size() + 1);
-        for (const auto& row : rows) {
-            for (std::size_t i = 0; i < row.size(); ++i) {
-                widths[i] = std::max(widths[i], width(row[i]));
-            }
-        }
-        std::string all;
-        for (const auto& row : rows) {
-            all += padded(row.front(), widths.front());
-            for (std::size_t i = 1; i < row.size(); ++i) {
-                all.append(2 + widths[i] - width(row[i]), ' ').append(row[i]);
-            }
-            all += '\n';
-        }
-        return all;
-    }
+    [[nodiscard]] std::vector<SummaryRow> take() { return std::move(rows); }
 
 private:
     const Summaries& summaries;
-    std::vector<std::vector<std::string>> rows;
+    std::vector<SummaryRow> rows;
 };
 
 } // namespace
@@ -157,11 +142,8 @@ AnyCodable::Dictionary ReplaySummary::document() const {
             {"bytesSent", usage.bytesSent}};
 }
 
-std::string summaryText(const Summaries& summaries) {
+std::vector<SummaryRow> summaryRows(const Summaries& summaries) {
     Lines lines(summaries);
-    if (summaries.size() > 1) {
-        lines.add("", [](const ReplaySummary& one) { return one.options; });
-    }
     lines.count("recorded fixes", [](const ReplaySummary& one) { return one.recorded; });
     lines.count("  passed over", [](const ReplaySummary& one) { return one.passedOver; });
     lines.add("duration", [](const ReplaySummary& one) { return secondsText(one.duration); });
@@ -184,7 +166,34 @@ std::string summaryText(const Summaries& summaries) {
     lines.add("receiver on", [](const ReplaySummary& one) { return secondsText(one.usage.receiverTime); });
     lines.count("requests", [](const ReplaySummary& one) { return one.usage.requests; });
     lines.count("bytes sent", [](const ReplaySummary& one) { return one.usage.bytesSent; });
-    return lines.text();
+    return lines.take();
+}
+
+std::string summaryText(const Summaries& summaries) {
+    std::vector<SummaryRow> rows = summaryRows(summaries);
+    if (summaries.size() > 1) {
+        rows.insert(rows.begin(), SummaryRow());
+        for (const ReplaySummary& summary : summaries) {
+            rows.front().values.push_back(summary.options);
+        }
+    }
+    std::size_t labelWidth = 0;
+    std::vector<std::size_t> widths(summaries.size());
+    for (const SummaryRow& row : rows) {
+        labelWidth = std::max(labelWidth, width(row.label));
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            widths[i] = std::max(widths[i], width(row.values[i]));
+        }
+    }
+    std::string all;
+    for (const SummaryRow& row : rows) {
+        all += padded(row.label, labelWidth);
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            all.append(2 + widths[i] - width(row.values[i]), ' ').append(row.values[i]);
+        }
+        all += '\n';
+    }
+    return all;
 }
 
 } // namespace quorvane::tool

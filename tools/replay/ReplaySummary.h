@@ -43,6 +43,15 @@ struct ReplaySummary {
     [[nodiscard]] AnyCodable::Dictionary document() const;
 };
 
+/// A number of each summary, as text.
+struct SummaryRow {
+    /// Indented where it is a part of the one above.
+    std::string label;
+    std::vector<std::string> values;
+};
+
+[[nodiscard]] std::vector<SummaryRow> summaryRows(const std::vector<ReplaySummary>& summaries);
+
 /// A line for each number, with its line break, and a column for each summary; more than one have their options' names
 /// above them.
 [[nodiscard]] std::string summaryText(const std::vector<ReplaySummary>& summaries);
