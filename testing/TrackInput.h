@@ -61,7 +61,7 @@ public:
 
 private:
     struct Closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
+        void operator()(std::FILE* open) const { std::fclose(open); }
     };
     enum class Encoding { utf8, utf16BigEnd, utf16LittleEnd };
 

@@ -63,9 +63,9 @@ protected:
 
     /// What one launch is made of.
     struct App {
-        App(platform::Platform& platform, int& ticks)
+        App(platform::Platform& platform, int& seconds)
             : manager(platform.locationManagers().make()),
-              ticker(platform.clock(), platform.mainQueue(), std::chrono::seconds(1), [&ticks] { ++ticks; }) {}
+              ticker(platform.clock(), platform.mainQueue(), std::chrono::seconds(1), [&seconds] { ++seconds; }) {}
 
         std::unique_ptr<platform::LocationManager> manager;
         platform::Timer ticker;
