@@ -1,4 +1,6 @@
 #include <cmath>
+#include <set>
+#include <thread>
 
 #include "Facade/Quorvane.h"
 #include "Places/QVPlaceService.h"
@@ -222,6 +224,46 @@ TEST_F(QVPlaceServiceTest, APlaceWithAnEmptyIdentifierIsStoredUnderIt) {
     EXPECT_EQ(create({placeAt("", 0)}).first<0>(), QVStatus::SUCCESS);
 
     EXPECT_EQ(fileNames(), Identifiers{"d41d8cd98f00b204e9800998ecf8427e"});
+}
+
+TEST_F(QVPlaceServiceTest, WhatSeveralThreadsStoreWhileOthersSearchIsFoundAfterwards) {
+    constexpr int storing = 4;
+    constexpr int placesOfEach = 20;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < storing; ++t) {
+        threads.emplace_back([t] {
+            for (int i = 0; i < placesOfEach; ++i) {
+                const PlaceList places{placeAt(std::to_string(t) + "-" + std::to_string(i), 0)};
+                const Answers answers = create(places);
+                EXPECT_EQ(answers.first<0>(), QVStatus::SUCCESS);
+                EXPECT_EQ(answers.first<2>(), places);
+            }
+        });
+    }
+    for (int t = 0; t < 2; ++t) {
+        threads.emplace_back([] {
+            std::size_t before = 0;
+            for (int i = 0; i < 50; ++i) {
+                const std::size_t found = identifiersNear(10).size();
+                EXPECT_GE(found, before) << "a place that was found is gone";
+                before = found;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+
+    const Identifiers found = identifiersNear(10);
+    std::set<std::string> expected;
+    for (int t = 0; t < storing; ++t) {
+        for (int i = 0; i < placesOfEach; ++i) {
+            expected.insert(std::to_string(t) + "-" + std::to_string(i));
+        }
+    }
+    EXPECT_EQ(found.size(), expected.size());
+    EXPECT_EQ(std::set<std::string>(found.begin(), found.end()), expected);
+    EXPECT_EQ(fileNames().size(), expected.size());
 }
 
 TEST_F(QVPlaceServiceTest, ACompletionMayUseTheService) {
