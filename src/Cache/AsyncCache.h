@@ -15,7 +15,9 @@ namespace quorvane::QVCache {
 /// cache's own queue. A completion gets either a result or the exception that the operation failed with, never both; it
 /// must not throw, and may use this cache. Safe from any thread.
 ///
-/// The forms without a completion wait for what was called before them.
+/// The forms without a completion wait for what was called before them. Observers run on this queue too, inside the
+/// operation that made the change (on the caller's thread for a form without a completion). They may use this cache in
+/// both forms, but not wait for the other front of the same hybrid cache (see `CacheTracker`).
 template <class Key, class Value>
 class AsyncCache : public CacheAware<Key, Value>, public CacheTracker<Key, Value>, public KeyTracker<Key, Value> {
 public:

@@ -12,7 +12,8 @@ namespace quorvane::QVCache {
 
 /// The front of a keyed store in memory and on disk: a hybrid cache and two ways to use it from any thread. The two
 /// have a queue each, so that work through both is not serialised against each other. What is called on this class goes
-/// through the synchronous one.
+/// through the synchronous one. An observer must not use the blocking forms of the other front than the one in which it
+/// was called (see `CacheTracker`).
 template <class Key, class Value>
 class Cache : public CacheAware<Key, Value>, public CacheTracker<Key, Value>, public KeyTracker<Key, Value> {
 public:

@@ -9,7 +9,8 @@
 namespace quorvane::QVCache {
 
 /// A hybrid cache for callers of any thread: one operation at a time, on the caller's thread, which waits for its turn.
-/// Observers run there too, inside the operation that made the change, and may use this cache and let go of it.
+/// Observers run there too, inside the operation that made the change, and may use this cache and let go of it, but not
+/// wait for the other front of the same hybrid cache (see `CacheTracker`).
 template <class Key, class Value>
 class SyncCache : public CacheAware<Key, Value>, public CacheTracker<Key, Value>, public KeyTracker<Key, Value> {
 public:

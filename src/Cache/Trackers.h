@@ -21,6 +21,10 @@ public:
     virtual ~CacheTracker() = default;
 
     /// Calls @p observer after each change of the cache, inside the operation that made it. It must not throw.
+    ///
+    /// Where a hybrid cache has a synchronous and an asynchronous front, an observer may use the front whose operation
+    /// called it, and of the other one only the forms with a completion: two observers that wait for each other's
+    /// front wait for ever.
     virtual ObservationToken addObserver(CacheObserver observer) = 0;
 };
 
@@ -35,8 +39,9 @@ public:
     KeyTracker& operator=(const KeyTracker&) = delete;
     virtual ~KeyTracker() = default;
 
-    /// Calls @p observer after each change of @p key's value, inside the operation that made it. It must not throw. A
-    /// key has one observer: a new one takes the place of the old.
+    /// Calls @p observer after each change of @p key's value, inside the operation that made it. It must not throw, and
+    /// waits for no other front of the same cache (see `CacheTracker`). A key has one observer: a new one takes the
+    /// place of the old.
     virtual ObservationToken addObserver(const Key& key, KeyObserver observer) = 0;
 };
 

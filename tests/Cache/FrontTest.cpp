@@ -167,6 +167,44 @@ TEST_F(CacheFrontTest, AnObserverMayUseTheAsynchronousCacheWithoutADeadlock) {
     EXPECT_EQ(seen, "one");
 }
 
+TEST_F(CacheFrontTest, ObserversOfAnAsynchronousAddRunOnTheQueueOfItsCompletion) {
+    std::vector<std::thread::id> threads;
+    cache->asyncCache.addObserver([&](Hybrid&, const Change&) { threads.push_back(std::this_thread::get_id()); });
+    cache->asyncCache.addObserver("k",
+                                  [&](Hybrid&, const KeyChange&) { threads.push_back(std::this_thread::get_id()); });
+
+    cache->asyncCache.add("one", "k",
+                          [&](const std::exception_ptr&) { threads.push_back(std::this_thread::get_id()); });
+    finish();
+
+    ASSERT_EQ(threads.size(), 3U);
+    EXPECT_EQ(threads[0], threads[2]);
+    EXPECT_EQ(threads[1], threads[2]);
+    EXPECT_NE(threads[2], std::this_thread::get_id());
+}
+
+TEST_F(CacheFrontTest, AnObserverOnTheAsynchronousCachesQueueMayUseItsBlockingForms) {
+    std::vector<std::string> seen;
+    cache->asyncCache.addObserver([&](Hybrid&, const Change& change) {
+        seen.push_back(*change.key);
+        if (change == Change::ADD("k")) {
+            seen.push_back(cache->asyncCache.value("k"));
+            seen.push_back(cache->asyncCache.entry("k")->value);
+            cache->asyncCache.add("two", "inner");
+            seen.push_back(std::to_string(cache->asyncCache.all().size()));
+        }
+    });
+
+    cache->asyncCache.add("one", "k", [&](const std::exception_ptr& error) {
+        seen.emplace_back("added");
+        EXPECT_EQ(error, nullptr);
+    });
+    finish();
+
+    EXPECT_EQ(seen, (std::vector<std::string>{"k", "one", "one", "inner", "2", "added"}));
+    EXPECT_EQ(cache->value("inner"), "two");
+}
+
 TEST_F(CacheFrontTest, ObserversMayBeAddedOnEitherSideAndHearBoth) {
     std::atomic<int> told = 0;
     const auto token = cache->asyncCache.addObserver([&](Hybrid&, const Change&) { ++told; });

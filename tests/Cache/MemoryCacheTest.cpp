@@ -94,6 +94,24 @@ TEST_F(MemoryCacheTest, TheHundredAndFirstEntryDrivesOutTheOneUsedLeastRecently)
     EXPECT_EQ(memory->wrapped->count(), 100U);
 }
 
+TEST_F(MemoryCacheTest, TheHundredAndFirstEntryEvictsOneAlthoughTheConfigurationSaysAThousand) {
+    QVCache::MemoryConfig config;
+    config.countLimit = 1000;
+    config.totalCostLimit = 1000;
+    Memory large(config);
+    for (int i = 0; i < 100; ++i) {
+        large.add("v", std::to_string(i));
+    }
+    EXPECT_EQ(large.wrapped->count(), 100U);
+
+    large.add("v", "100");
+
+    EXPECT_EQ(large.wrapped->count(), 100U);
+    EXPECT_EQ(large.find("0"), nullptr);
+    EXPECT_NE(large.find("1"), nullptr);
+    EXPECT_NE(large.find("100"), nullptr);
+}
+
 TEST_F(MemoryCacheTest, AllIsEveryEntry) {
     memory->add("one", "a");
     memory->add("two", "b");

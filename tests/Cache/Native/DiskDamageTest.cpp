@@ -215,6 +215,47 @@ TEST_F(DiskDamageTest, AFullDiskKeepsItsFilesWholeAndRefusesNewOnesUntilThereIsR
     EXPECT_TRUE(child.succeeds());
 }
 
+TEST_F(DiskDamageTest, AReadOnlyFileSystemIsReadAsEverAndRefusesWhatIsNew) {
+    ChildProcess child([&] {
+        fs::create_directories(home);
+        const bool isMounted = mountSmallDisk(home);
+        const auto relaunch = [&](bool isReadOnly) {
+            platform::install(nullptr);
+            if (isMounted) {
+                EXPECT_EQ(mount(nullptr, home.c_str(), nullptr, MS_REMOUNT | (isReadOnly ? MS_RDONLY : 0), nullptr), 0);
+            } else {
+                // Where nothing can be mounted, a limit on the size of files stops the writing in the same way.
+                limitFiles(isReadOnly ? 0 : RLIM_INFINITY);
+            }
+            launch();
+        };
+        launch();
+        makeDisk()->add("one", "known");
+        const platform::Date expiry = makeDisk()->entry("known")->expiry;
+
+        relaunch(true);
+        const auto disk = makeDisk();
+        disk->add("two", "known");
+        EXPECT_EQ(failureOf([&] { disk->add("one", "new"); }), noSuchFile);
+
+        EXPECT_EQ(disk->value("known"), "one");
+        EXPECT_EQ(disk->entry("known")->expiry, expiry);
+        EXPECT_EQ(listed(directory).size(), 1U);
+        if (isMounted) {
+            QVCache::DiskConfig other = config();
+            other.name = "other.cache";
+            EXPECT_EQ(failureOf([&] { const Disk made(other, files(), transformer()); }), "Read-only file system");
+        }
+
+        relaunch(false);
+        EXPECT_EQ(listed(home + "/staging"), std::vector<std::string>());
+        makeDisk()->add("one", "new");
+        EXPECT_EQ(makeDisk()->value("new"), "one");
+        platform::install(nullptr);
+    });
+    EXPECT_TRUE(child.succeeds());
+}
+
 TEST_F(DiskDamageTest, AWriteThatStopsHalfwayLeavesTheOldFileAndNoOther) {
     ChildProcess child([&] {
         launch();
