@@ -55,8 +55,9 @@ NamedOptions optionsCalled(const std::string& name) {
             return preset;
         }
     }
-    const auto fromFile = modelIn<QuorvaneTrackingOptions>(name, contentOf(name));
-    return {baseName(name), [fromFile] { return fromFile; }};
+    auto fromFile = modelIn<QuorvaneTrackingOptions>(name, contentOf(name));
+    return {baseName(name),
+            [options = std::move(fromFile)]() -> std::shared_ptr<QuorvaneTrackingOptions> { return options; }};
 }
 
 /// A preset, or what can be taken for the name of a file.

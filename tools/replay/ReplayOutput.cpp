@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
@@ -9,7 +10,8 @@
 
 namespace quorvane::tool {
 
-ReplayOutput::ReplayOutput(const std::string& thePath, Terminal& theTerminal) : path(thePath), terminal(theTerminal) {
+ReplayOutput::ReplayOutput(std::string thePath, Terminal& theTerminal)
+    : path(std::move(thePath)), terminal(theTerminal) {
     if (!path.empty()) {
         errno = 0;
         file.open(path, std::ios::binary | std::ios::trunc);

@@ -12,7 +12,7 @@ class Terminal;
 class ReplayOutput {
 public:
     /// Throws a `Failure` when the file cannot be written.
-    ReplayOutput(const std::string& thePath, Terminal& theTerminal);
+    ReplayOutput(std::string thePath, Terminal& theTerminal);
 
     /// @p text ends with a line break.
     void write(std::string_view text);

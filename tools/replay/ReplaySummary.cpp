@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <functional>
+#include <ratio>
 #include <set>
 #include <utility>
 #include <variant>
@@ -33,8 +34,8 @@ std::size_t processed(const ReplaySummary& summary) {
 
 /// Tenths, since nobody's timing is better.
 double secondsOf(std::chrono::nanoseconds duration) {
-    constexpr std::int64_t tenth = 100'000'000;
-    return static_cast<double>((duration.count() + tenth / 2) / tenth) / 10;
+    using Tenths = std::chrono::duration<std::int64_t, std::deci>;
+    return static_cast<double>(std::chrono::round<Tenths>(duration).count()) / 10;
 }
 
 std::string secondsText(std::chrono::nanoseconds duration) {
