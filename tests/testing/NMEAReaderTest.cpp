@@ -9,7 +9,6 @@ namespace quorvane::testing {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 /// A sentence with its checksum and line break.
 std::string sentence(const std::string& content) {

@@ -6,7 +6,6 @@ namespace quorvane::testing {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::Coordinate;
 using platform::DesiredAccuracy;
 using platform::Location;
 using platform::LocationAuthorization;
