@@ -36,9 +36,9 @@ void LocationUpdates::start(std::int64_t interval) {
     if (started) {
         observation.tell([&] { return observed::UpdateTimer{Change::stopped, startedInterval}; });
     }
-    timer = std::make_unique<platform::Timer>(platform.clock(), platform.mainQueue(),
-                                              std::chrono::seconds(std::min(interval, longestInterval)),
-                                              [this] { tick(); });
+    timer = std::make_unique<platform::Timer>(
+        platform.clock(), platform.mainQueue(),
+        std::chrono::seconds(std::clamp(interval, std::int64_t{0}, longestInterval)), [this] { tick(); });
     observation.tell([&] { return observed::UpdateTimer{Change::started, interval}; });
     setCoarseUpdates(true);
     started = true;

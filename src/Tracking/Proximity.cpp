@@ -8,10 +8,11 @@
 namespace quorvane {
 namespace {
 
-/// None as well where the coordinate is no point on the earth.
-std::optional<platform::Coordinate> coordinateOf(const QVPlace& place) {
-    const bool hasOne = place.location && place.location->coordinate && place.location->coordinate->isValid();
-    return hasOne ? place.location->coordinate : std::nullopt;
+/// Whether @p place has a point that lies within the radius of @p location. What cannot be measured does not.
+bool isNear(const QVPlace& place, const platform::Location& location, double radius) {
+    return place.location && place.location->coordinate &&
+           *place.location->coordinate != platform::Coordinate::invalid &&
+           platform::distance(*place.location->coordinate, location.coordinate) <= radius;
 }
 
 } // namespace
@@ -30,12 +31,10 @@ void QVTrackingService::getProximityInfo(const platform::Location& location, Pro
             std::shared_ptr<QVPlace> first;
             if (status == QVStatus::SUCCESS && found) {
                 for (const std::shared_ptr<QVPlace>& place : found->data) {
-                    const auto coordinate = coordinateOf(*place);
-                    if (!coordinate || platform::distance(*coordinate, location.coordinate) > proximityRadius) {
-                        continue;
+                    if (isNear(*place, location, proximityRadius)) {
+                        fences.push_back(placeToFence(*place));
+                        first = first ? first : place;
                     }
-                    fences.push_back(placeToFence(*place));
-                    first = first ? first : place;
                 }
             }
             completion(status, fences, first);

@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "JSON/NumberText.h"
 #include "Tracking/ExactDistance.h"
 #include "Tracking/QVTrackingService.h"
@@ -135,6 +137,22 @@ TEST_F(ProximityTest, APlaceWithoutAPointIsNeverNear) {
     find({{0.0001, 0.0001}, 5, 5, noon});
 
     EXPECT_THAT(fences(), ElementsAre("none"));
+}
+
+TEST_F(ProximityTest, APlaceBeyondTheRangeOfLongitudesIsMeasuredLikeAnyOther) {
+    answerPlaces(R"([{"id":"beyond","latitude":46,"longitude":200},{"id":"far","latitude":46,"longitude":201}])");
+
+    find({{46, 200}, 5, 5, noon});
+
+    EXPECT_THAT(fences(), ElementsAre("beyond"));
+}
+
+TEST_F(ProximityTest, NothingIsNearALocationThatNoDistanceCanBeMeasuredTo) {
+    answerPlaces(R"([{"id":"near","latitude":46,"longitude":14}])");
+
+    find({{46, std::numeric_limits<double>::infinity()}, 5, 5, noon});
+
+    EXPECT_THAT(fences(), IsEmpty());
 }
 
 TEST_F(ProximityTest, AFenceIsACircleOfFiveKilometresAroundThePlace) {
