@@ -16,8 +16,8 @@ public:
 
     [[nodiscard]] static StoredTrackingOptions& shared();
 
-    /// The options as they stand in the preferences now. Nobody changes the object: a later text has one of its own. Null
-    /// when there are none or they cannot be decoded.
+    /// The options as they stand in the preferences now. Nobody changes the object: a later text has one of its own.
+    /// Null when there are none or they cannot be decoded.
     [[nodiscard]] std::shared_ptr<const QuorvaneTrackingOptions> stored();
 
     /// The options to go by: the stored ones, or else the shared `EFFICIENT` preset. Never null.
