@@ -35,7 +35,7 @@ protected:
     const std::shared_ptr<quorvane::testing::RecordingDelegate> delegate =
         std::make_shared<quorvane::testing::RecordingDelegate>();
     const platform::Location here{{46.0, 14.5}, 5, 3, quorvane::testing::SimulatedClock::start};
-    const Answers answers;
+    const Answers answers{};
 };
 
 TEST_F(TrackingNamespaceTest, WithoutAKeyOnceAnswersBeforeItReturns) {

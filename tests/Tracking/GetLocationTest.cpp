@@ -17,7 +17,7 @@ protected:
         settle();
     }
 
-    const LocationCalls calls;
+    const LocationCalls calls{};
 };
 
 TEST_F(GetLocationTest, TheNextFixAnswers) {

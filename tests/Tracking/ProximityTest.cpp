@@ -40,7 +40,7 @@ protected:
         return identifiers;
     }
 
-    const ProximityCalls calls;
+    const ProximityCalls calls{};
 };
 
 TEST_F(ProximityTest, AsksForPlacesWithinFiveKilometresByOneRequest) {

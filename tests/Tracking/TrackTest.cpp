@@ -4,7 +4,6 @@
 namespace quorvane {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Type = QVEvent::EventType;
 using TrackCalls = Calls<QVStatus, std::shared_ptr<QVTrackingResponse>>;
@@ -18,7 +17,7 @@ protected:
     void failSyncs() { transport().answer("GET", "/locations/find", Answer::with(500)); }
 
     static constexpr const char* market = R"([{"id":"market","name":"Market","latitude":46.0,"longitude":14.5}])";
-    const TrackCalls calls;
+    const TrackCalls calls{};
 };
 
 TEST_F(TrackTest, AnswersWithTheEventsAndTheUser) {
