@@ -50,6 +50,7 @@ Gate& gate() {
 } // namespace
 
 /// Stands in the place of the system's for every library of this program.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the names there are reserved ones.
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** result) {
     if (name != nullptr && std::string_view(name) == "held.invalid") {
         gate().pass();
