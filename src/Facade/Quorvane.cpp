@@ -68,6 +68,14 @@ void delegateTo(const std::weak_ptr<QuorvaneDelegate>& delegate) {
     ((Services::shared().delegate = delegate), ...);
 }
 
+std::shared_ptr<platform::CaptureUI> captureScreens() {
+    auto maker = platform::captureUI();
+    if (!maker) {
+        QVLogger::shared().log(QVLogLevel::ERROR, "there are no camera screens: no maker of them was set");
+    }
+    return maker;
+}
+
 } // namespace
 
 RewardsNamespace Quorvane::Rewards;
@@ -204,11 +212,16 @@ std::string_view Quorvane::fromLocationSource(QVLocationSource source) {
 }
 
 std::shared_ptr<BarcodeScannerViewControllerType> Quorvane::createBarcodeScanner() {
-    return nullptr;
+    const auto maker = captureScreens();
+    return maker ? maker->createBarcodeScanner() : nullptr;
 }
 
-std::shared_ptr<platform::ImagePicker> Quorvane::createImagePicker(const std::shared_ptr<QVQuestion>&) {
-    return nullptr;
+std::shared_ptr<platform::ImagePicker> Quorvane::createImagePicker(const std::shared_ptr<QVQuestion>& question) {
+    if (!question) {
+        return nullptr;
+    }
+    const auto maker = captureScreens();
+    return maker ? maker->createImagePicker(*question) : nullptr;
 }
 
 std::optional<QVEndpoints> Quorvane::endpoints() {

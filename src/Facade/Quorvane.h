@@ -90,7 +90,8 @@ public:
     /// The case's name; "UNKNOWN" for `UNKNOWN` and for `GEOFENCE_DWELL`, which has no text of its own.
     [[nodiscard]] static std::string_view fromLocationSource(QVLocationSource source);
 
-    /// The capture screens. None in a build without them.
+    /// The camera screens, to be presented by the host. None, and a line in the log, while no maker of them is set
+    /// (`platform::setCaptureUI`); no picker for a question without photo options.
     [[nodiscard]] static std::shared_ptr<BarcodeScannerViewControllerType> createBarcodeScanner();
     [[nodiscard]] static std::shared_ptr<platform::ImagePicker> createImagePicker(
         const std::shared_ptr<QVQuestion>& question);

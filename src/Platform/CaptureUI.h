@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -32,16 +34,71 @@ public:
     std::weak_ptr<BarcodeScannerDelegate> delegate;
 };
 
+class QVQuestion;
+
 namespace platform {
 
-/// A camera screen that takes one photo, ready to be presented by the host.
+class Image;
+
+/// Receives the photo of an image picker. Held weakly; called on the main thread.
+class ImagePickerDelegate {
+public:
+    ImagePickerDelegate() = default;
+    ImagePickerDelegate(const ImagePickerDelegate&) = delete;
+    ImagePickerDelegate& operator=(const ImagePickerDelegate&) = delete;
+    virtual ~ImagePickerDelegate() = default;
+
+    /// The picture that was taken. The picker stays on screen; the host dismisses it.
+    virtual void imagePickerDidTakePicture(std::shared_ptr<const Image> picture) = 0;
+    /// No picture could be taken: there is no camera, or it failed.
+    virtual void imagePickerDidFail() = 0;
+};
+
+/// A camera screen that takes one photo, ready to be presented by the host. Main thread only.
 class ImagePicker {
 public:
+    enum class SourceType : std::uint8_t { camera };
+    enum class CameraFlashMode : std::uint8_t { off, on };
+    enum class CameraCaptureMode : std::uint8_t { photo };
+    /// The media type of still images.
+    static constexpr const char* imageType = "public.image";
+
     ImagePicker() = default;
     ImagePicker(const ImagePicker&) = delete;
     ImagePicker& operator=(const ImagePicker&) = delete;
     virtual ~ImagePicker() = default;
+
+    std::weak_ptr<ImagePickerDelegate> delegate;
+    SourceType sourceType = SourceType::camera;
+    std::vector<std::string> mediaTypes = {imageType};
+    CameraFlashMode cameraFlashMode = CameraFlashMode::off;
+    CameraCaptureMode cameraCaptureMode = CameraCaptureMode::photo;
+    bool showsCameraControls = true;
+
+    /// Takes a picture, with the flash as the mode says; the delegate is told of the outcome.
+    virtual void takePicture() = 0;
+    /// Leaves the screen.
+    virtual void dismiss(bool animated) = 0;
 };
+
+/// Makes the camera screens. Main thread only.
+class CaptureUI {
+public:
+    CaptureUI() = default;
+    CaptureUI(const CaptureUI&) = delete;
+    CaptureUI& operator=(const CaptureUI&) = delete;
+    virtual ~CaptureUI() = default;
+
+    [[nodiscard]] virtual std::shared_ptr<BarcodeScannerViewControllerType> createBarcodeScanner() = 0;
+    /// Null when the question has no photo options.
+    [[nodiscard]] virtual std::shared_ptr<ImagePicker> createImagePicker(const QVQuestion& question) = 0;
+};
+
+/// Sets the maker of the camera screens for the platform in use; installing another platform forgets it. Main thread
+/// only.
+void setCaptureUI(std::shared_ptr<CaptureUI> captureUI);
+/// The maker of the camera screens; null when none was set.
+[[nodiscard]] std::shared_ptr<CaptureUI> captureUI();
 
 } // namespace platform
 

@@ -101,10 +101,5 @@ TEST_F(NamespacesTest, PlacesForwardToThePlaceStore) {
     EXPECT_EQ(std::get<1>(created[1]), std::nullopt);
 }
 
-TEST_F(NamespacesTest, ThereAreNoCaptureScreensInABuildWithoutThem) {
-    EXPECT_EQ(Quorvane::createBarcodeScanner(), nullptr);
-    EXPECT_EQ(Quorvane::createImagePicker(std::make_shared<QVQuestion>()), nullptr);
-}
-
 } // namespace
 } // namespace quorvane
