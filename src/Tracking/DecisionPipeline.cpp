@@ -107,8 +107,7 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     }
 
     p.handlers.cancelTimeouts();
-    const platform::Date now = p.platform.clock().now();
-    const StopDecision stop = p.decideStop(*options, *location, source, now);
+    const StopDecision stop = p.decideStop(*options, *location, source, p.platform.clock().now());
     record.stop = stop;
     if (stop.isOld) {
         tell(Outcome::old);
@@ -139,6 +138,8 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     input.distance = stop.distance;
     input.canExit = options->sync == QuorvaneTrackingOptions::Sync::STOPS_AND_EXITS && p.state.canExit();
     input.lastSentAt = p.state.lastSentAt();
+    // Asked anew: delegate and callers may have taken their time.
+    const platform::Date now = p.platform.clock().now();
     const SyncDecision sync = decideSync(*options, input, now);
     record.sync = sync;
     tell(Outcome::processed);

@@ -71,6 +71,17 @@ TEST_F(SyncTest, AFixOneSecondAfterTheLastOneIsSentAtOnce) {
     EXPECT_EQ(QVState::getLastSentAt(), noon);
 }
 
+TEST_F(SyncTest, TheTimeThatTheCallersTookCountsInTheDecision) {
+    setSent(500ms);
+    manager().getLocation(Accuracy::LOW, [this](QVStatus, const auto&, bool) { phone->clock().moveForward(5s); });
+
+    handle(fixAt(0));
+
+    EXPECT_EQ(lastSync().lastSyncInterval, 5.5);
+    EXPECT_EQ(lastSync().rule, Rule::send);
+    EXPECT_EQ(QVState::getLastSentAt(), noon + 5s);
+}
+
 TEST_F(SyncTest, AForegroundFixIsNeverSentButCountsAsSent) {
     setSent(60s);
 
