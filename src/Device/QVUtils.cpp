@@ -163,10 +163,11 @@ bool QVUtils::isValidLocation(const std::optional<platform::Location>& location)
 AnyCodable::Dictionary QVUtils::fromLocation(const platform::Location& location) {
     constexpr double largest = (std::numeric_limits<double>::max)();
     constexpr double notKnown = -1;
+    const double longitude = location.coordinate.longitude;
     const double horizontal = location.horizontalAccuracy;
     const double vertical = location.verticalAccuracy;
     return {{recordKey::latitude, location.coordinate.latitude},
-            {recordKey::longitude, location.coordinate.longitude},
+            {recordKey::longitude, std::isfinite(longitude) ? longitude : largest},
             {recordKey::horizontalAccuracy, std::isfinite(horizontal) ? horizontal : largest},
             {recordKey::verticalAccuracy, std::isfinite(vertical) ? vertical : notKnown},
             {recordKey::timestamp, static_cast<std::int64_t>(location.timestamp.time_since_epoch().count())}};

@@ -113,6 +113,19 @@ TEST_F(LocationRecordTest, AccuraciesThatAreNoNumbersAreStoredAsTheLargestAndAsN
     EXPECT_EQ(read->verticalAccuracy, -1);
 }
 
+TEST_F(LocationRecordTest, AnInfiniteLongitudeIsValidAndIsStoredAsTheLargest) {
+    platform::Location odd = here;
+    odd.coordinate.longitude = infinity;
+    ASSERT_TRUE(QVUtils::isValidLocation(odd));
+    preferences().setDictionary("place", QVUtils::fromLocation(odd));
+
+    const auto read = QVUtils::toLocation(preferences().dictionary("place"));
+
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->coordinate.longitude, std::numeric_limits<double>::max());
+    EXPECT_TRUE(QVUtils::isValidLocation(read));
+}
+
 class BackgroundModeTest : public SimulatedTest {
 protected:
     [[nodiscard]] bool modeWith(const AnyCodable::Dictionary& information) {

@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "Tracking/TrackingTest.h"
 
 namespace quorvane {
@@ -214,6 +216,18 @@ TEST_F(DecisionPipelineTest, AHostThatChangesTheOptionsThatItWasHandedChangesNot
 
     EXPECT_FALSE(stopped());
     EXPECT_EQ(QVSettings::getTrackingOptions()->stopDistance, 70);
+}
+
+TEST_F(DecisionPipelineTest, AfterAFixOfAnInfiniteLongitudeTheNextOneHasMoved) {
+    platform::Location odd = fixAt(0);
+    odd.coordinate.longitude = std::numeric_limits<double>::infinity();
+    handle(odd);
+    ASSERT_EQ(lastOutcome(), Outcome::processed);
+
+    handle(fixAt(0, 150));
+
+    EXPECT_TRUE(fixes().back().stop->moved);
+    EXPECT_EQ(QVState::getLastMovedLocation(), fixAt(0, 150));
 }
 
 TEST_F(DecisionPipelineTest, TheStateOutlastsALaunch) {

@@ -72,6 +72,18 @@ TEST_F(QVStateTest, ALocationThatIsNotValidLeavesWhatWasStored) {
     EXPECT_EQ(QVState::getLastFailedStoppedLocation(), here);
 }
 
+TEST_F(QVStateTest, AnInfiniteLongitudeReadsBackAsTheLargestAfterALaunch) {
+    platform::Location odd = here;
+    odd.coordinate.longitude = std::numeric_limits<double>::infinity();
+    state().setLastMovedLocation(odd);
+    state().setLastFailedStoppedLocation(odd);
+    phone.relaunch();
+
+    odd.coordinate.longitude = (std::numeric_limits<double>::max)();
+    EXPECT_EQ(QVState::getLastMovedLocation(), odd);
+    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), odd);
+}
+
 TEST_F(QVStateTest, NoFailedStopRemovesTheEntry) {
     state().setLastFailedStoppedLocation(here);
 
