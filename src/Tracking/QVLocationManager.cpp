@@ -121,6 +121,9 @@ void QVLocationManager::didFail(const platform::LocationError& error) {
 
 void QVLocationManager::didChangeAuthorization(platform::LocationAuthorization status) {
     parts->log.verbose([&] { return "didChangeAuthorization | status = " + std::string(textOf(status)); });
+    if (permissionsHelper) {
+        permissionsHelper->authorizationChanged(status);
+    }
 }
 
 void QVLocationManager::didDetermineState(const platform::CircularRegion&, platform::RegionState state) {

@@ -29,10 +29,13 @@ public:
                status == platform::LocationAuthorization::whenInUse;
     }
 
-    /// Has the platform ask the user, where the user has not decided yet.
+    /// Has the platform ask the user, where the user has not decided yet. The answer is remembered when it comes.
     void requestAuthorization(Permission permission) { locationManager.requestAuthorization(permission); }
 
-    /// The platform's last answer; none while it was never asked.
+    /// The platform tells the status by itself: at first, and when the user has decided or has changed it.
+    void authorizationChanged(platform::LocationAuthorization status) { answer = status; }
+
+    /// What the platform last answered or told; none before it did either.
     [[nodiscard]] std::optional<platform::LocationAuthorization> lastAnswer() const { return answer; }
 
 private:

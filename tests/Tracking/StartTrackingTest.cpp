@@ -95,17 +95,6 @@ TEST_F(StartTrackingTest, WithoutPermissionTheDelegateIsToldAndNothingElseHappen
     EXPECT_EQ(services().contents()->authorization, LocationAuthorization::notDetermined);
 }
 
-TEST_F(StartTrackingTest, ThePermissionsHelperHasThePlatformAskTheUserAndRemembersTheAnswer) {
-    services().setAuthorization(LocationAuthorization::notDetermined);
-    QVPermissionsHelper& helper = *manager().permissionsHelper;
-    EXPECT_EQ(helper.lastAnswer(), std::nullopt);
-
-    helper.requestAuthorization(QVPermissionsHelper::Permission::whenInUse);
-
-    EXPECT_TRUE(helper.isAuthorized());
-    EXPECT_EQ(helper.lastAnswer(), LocationAuthorization::whenInUse);
-}
-
 TEST_F(StartTrackingTest, LogsTheOptionsWhileVerbose) {
     setLogLevel(QVLogLevel::DEBUG);
     manager().verbose = true;
