@@ -28,16 +28,22 @@ platform::NativeOptions nativeOptions(const GlobalOptions& options, std::functio
     platform::NativeOptions native;
     native.home = options.home;
     native.output = std::move(output);
-    if (options.dataPort) {
-        native.connectTo.push_back({dataPort, *options.dataPort});
-    }
-    if (options.identityPort) {
-        native.connectTo.push_back({identityPort, *options.identityPort});
-    }
+    native.connectTo = loopbackPorts(options);
     return native;
 }
 
 } // namespace
+
+std::vector<platform::LoopbackPort> loopbackPorts(const GlobalOptions& options) {
+    std::vector<platform::LoopbackPort> ports;
+    if (options.dataPort) {
+        ports.push_back({dataPort, *options.dataPort});
+    }
+    if (options.identityPort) {
+        ports.push_back({identityPort, *options.identityPort});
+    }
+    return ports;
+}
 
 Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::function<void(std::string_view)> output)
     : options(theOptions), terminal(theTerminal) {

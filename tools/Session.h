@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Core/QVStatus.h"
 #include "Platform/Location.h"
@@ -14,6 +15,9 @@
 namespace quorvane::tool {
 
 class Terminal;
+
+/// Where the services of the local environment stand, in the words of the native platform.
+[[nodiscard]] std::vector<platform::LoopbackPort> loopbackPorts(const GlobalOptions& options);
 
 /// The library in use for one run of the program: a native platform is installed as long as the session lives. Main
 /// thread only, one at a time.

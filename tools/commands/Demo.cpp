@@ -24,6 +24,7 @@
 #include "tools/demo/Stage.h"
 #include "tools/demo/TaskSteps.h"
 #include "tools/demo/TemporaryFolder.h"
+#include "tools/demo/TrackingStep.h"
 #include "tools/demo/Walk.h"
 
 namespace quorvane::tool {
@@ -97,6 +98,34 @@ AnyCodable::Dictionary doTask(Stage& stage, const platform::Coordinate& near) {
     return document;
 }
 
+/// What the demo does as an application on this machine: everything but tracking.
+struct Errands {
+    std::string summary;
+    AnyCodable::Dictionary document;
+};
+
+Errands runErrands(const Ride& ride, const GlobalOptions& asked, const GlobalOptions& options,
+                   const std::shared_ptr<Account>& account, Terminal& terminal) {
+    Session session(options, terminal,
+                    [&](std::string_view line) { asked.logLevel ? terminal.log(line) : account->output(line); });
+    Quorvane::setDelegate(account);
+    Stage stage(session, *account, terminal);
+    Walk walk(stage);
+    walk.signIn();
+    for (const Ride::Stop& stop : ride.stops(stopCount)) {
+        walk.searchAt(stop, ride.isTimed());
+    }
+    const platform::Coordinate start = ride.coordinates().front();
+    const AnyCodable::List ownPlaces = storeAndFindPlaces(stage, start);
+    const AnyCodable::Dictionary task = doTask(stage, start);
+    // The service ends with the program, and the tokens with it.
+    QVAuthService::shared().logout();
+    Errands errands{walk.summary(), walk.document()};
+    errands.document["ownPlaces"] = ownPlaces;
+    errands.document["task"] = task;
+    return errands;
+}
+
 AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked, Terminal& terminal) {
     refuseOtherEnvironments(asked.key);
     const Interruption interruption;
@@ -111,25 +140,18 @@ AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked
     const GlobalOptions options = optionsFor(asked, *service, home);
     introduce(ride, *service, home, temporary.has_value(), terminal);
 
-    Session session(options, terminal,
-                    [&](std::string_view line) { asked.logLevel ? terminal.log(line) : account->output(line); });
-    Quorvane::setDelegate(account);
-    Stage stage(session, *account, terminal);
-    Walk walk(stage);
-    walk.signIn();
-    for (const Ride::Stop& stop : ride.stops(stopCount)) {
-        walk.searchAt(stop, ride.isTimed());
-    }
-    const platform::Coordinate start = ride.coordinates().front();
-    const AnyCodable::List ownPlaces = storeAndFindPlaces(stage, start);
-    const AnyCodable::Dictionary task = doTask(stage, start);
-    walk.summarise();
-    // The service ends with the program, and the tokens with it.
-    QVAuthService::shared().logout();
-    AnyCodable::Dictionary document = walk.document();
-    document["ownPlaces"] = ownPlaces;
-    document["task"] = task;
-    return document;
+    Errands errands = runErrands(ride, asked, options, account, terminal);
+    GlobalOptions phone = options;
+    phone.logLevel = asked.logLevel;
+    errands.document["tracking"] = trackRide(ride, phone, *account, terminal);
+
+    terminal.line();
+    terminal.line(terminal.painted("Summary", Paint::heading));
+    terminal.line("  " + account->requestSummary());
+    terminal.line("  " + errands.summary);
+    terminal.line("  " + counted(account->logLineCount(), "log line") + " told to the delegate");
+    errands.document.merge(account->document());
+    return errands.document;
 }
 
 } // namespace

@@ -34,12 +34,6 @@ struct ReplayOptions {
     bool compares = false;
 };
 
-std::vector<NamedOptions> presets() {
-    return {{"continuous", QuorvaneTrackingOptions::CONTINUOUS},
-            {"responsive", QuorvaneTrackingOptions::RESPONSIVE},
-            {"efficient", QuorvaneTrackingOptions::EFFICIENT}};
-}
-
 bool isPreset(const std::string& name) {
     return name == "continuous" || name == "responsive" || name == "efficient";
 }

@@ -24,17 +24,22 @@ void Account::output(std::string_view line) {
 }
 
 void Account::tell() {
-    const std::vector<sandbox::RequestRecord> all = service.requests();
-    for (std::size_t i = requests.size(); i < all.size(); ++i) {
-        const sandbox::RequestRecord& request = all[i];
+    for (const sandbox::RequestRecord& request : collect()) {
         const Paint paint = request.status >= 200 && request.status < 400 ? Paint::good : Paint::bad;
         terminal.line("  " + padded(printable(request.service), 10) + padded(printable(request.method), 6) +
                       padded(printable(request.path()), 29) + terminal.painted(statusText(request), paint));
     }
-    requests = all;
     for (; linesTold < lines.size(); ++linesTold) {
         terminal.line("  " + padded("delegate", 10) + terminal.painted(printable(lines[linesTold]), Paint::faint));
     }
+}
+
+std::vector<sandbox::RequestRecord> Account::collect() {
+    const std::vector<sandbox::RequestRecord> all = service.requests();
+    const std::vector<sandbox::RequestRecord> arrived(all.begin() + static_cast<std::ptrdiff_t>(requests.size()),
+                                                      all.end());
+    requests.insert(requests.end(), arrived.begin(), arrived.end());
+    return arrived;
 }
 
 void Account::tellRest() {

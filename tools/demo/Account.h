@@ -26,6 +26,9 @@ public:
     /// Prints and collects what has happened.
     void tell();
 
+    /// Collects the requests that reached the service since, and prints nothing.
+    std::vector<sandbox::RequestRecord> collect();
+
     /// Prints what nobody has been told yet to standard error.
     void tellRest();
 

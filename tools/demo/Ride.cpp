@@ -10,10 +10,10 @@
 
 namespace quorvane::tool {
 
-Ride::Ride(testing::Track theTrack) : track(std::move(theTrack)) {
+Ride::Ride(testing::Track theTrack) : track(std::make_shared<const testing::Track>(std::move(theTrack))) {
     double metres = 0;
-    for (std::size_t i = 0; i < track.fixes.size(); ++i) {
-        metres += i == 0 ? 0 : track.fixes[i - 1].distance(track.fixes[i]);
+    for (std::size_t i = 0; i < track->fixes.size(); ++i) {
+        metres += i == 0 ? 0 : track->fixes[i - 1].distance(track->fixes[i]);
         along.push_back(metres);
     }
 }
@@ -35,28 +35,28 @@ Ride Ride::fromFile(const std::string& path) {
 
 std::vector<platform::Coordinate> Ride::coordinates() const {
     std::vector<platform::Coordinate> coordinates;
-    for (const platform::Location& fix : track.fixes) {
+    for (const platform::Location& fix : track->fixes) {
         coordinates.push_back(fix.coordinate);
     }
     return coordinates;
 }
 
 std::optional<std::chrono::seconds> Ride::duration() const {
-    const auto time = track.fixes.back().timestamp - track.fixes.front().timestamp;
-    if (!track.isTimed || time < std::chrono::seconds(0)) {
+    const auto time = track->fixes.back().timestamp - track->fixes.front().timestamp;
+    if (!track->isTimed || time < std::chrono::seconds(0)) {
         return std::nullopt;
     }
     return std::chrono::round<std::chrono::seconds>(time);
 }
 
 std::vector<Ride::Stop> Ride::stops(std::size_t count) const {
-    const std::size_t fixes = track.fixes.size();
+    const std::size_t fixes = track->fixes.size();
     const std::size_t possible = std::min(count, fixes);
     std::vector<Stop> stops;
     for (std::size_t i = 0; i < possible; ++i) {
         // Each in the middle of its part: a round trip would else begin and end with the same one.
         const std::size_t index = (2 * i + 1) * fixes / (2 * possible);
-        stops.push_back({track.fixes[index], along[index]});
+        stops.push_back({track->fixes[index], along[index]});
     }
     return stops;
 }

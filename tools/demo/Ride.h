@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,10 +29,11 @@ public:
     [[nodiscard]] static Ride fromFile(const std::string& path);
 
     /// Empty where the track has none.
-    [[nodiscard]] const std::string& name() const { return track.name; }
-    [[nodiscard]] std::size_t fixCount() const { return track.fixes.size(); }
+    [[nodiscard]] const std::string& name() const { return track->name; }
+    [[nodiscard]] std::size_t fixCount() const { return track->fixes.size(); }
     /// Whether the times of the fixes were recorded.
-    [[nodiscard]] bool isTimed() const { return track.isTimed; }
+    [[nodiscard]] bool isTimed() const { return track->isTimed; }
+    [[nodiscard]] const std::shared_ptr<const testing::Track>& recording() const { return track; }
     [[nodiscard]] std::vector<platform::Coordinate> coordinates() const;
     [[nodiscard]] double metres() const { return along.back(); }
     /// From the first fix to the last; none when the track has no times.
@@ -45,7 +47,7 @@ private:
     explicit Ride(testing::Track theTrack);
     [[nodiscard]] static Ride from(testing::TrackResult result);
 
-    testing::Track track;
+    std::shared_ptr<const testing::Track> track;
     /// Metres from the start to each fix.
     std::vector<double> along;
 };

@@ -39,20 +39,13 @@ void Walk::searchAt(const Ride::Stop& stop, bool isTimed) {
                                               {"tasks", documentOf(tasks)}});
 }
 
-void Walk::summarise() {
-    stage.heading("Summary");
-    const auto line = [this](const std::string& text) { stage.terminal.line("  " + text); };
-    line(stage.account.requestSummary());
-    line(counted(placesFound, "place") + " and " + counted(tasksFound, "task") + " found at " +
-         counted(stops.size(), "point") + " of the ride");
-    line(counted(stage.account.logLineCount(), "log line") + " told to the delegate");
+std::string Walk::summary() const {
+    return counted(placesFound, "place") + " and " + counted(tasksFound, "task") + " found at " +
+           counted(stops.size(), "point") + " of the ride";
 }
 
 AnyCodable::Dictionary Walk::document() const {
-    AnyCodable::Dictionary document = stage.account.document();
-    document["userId"] = Quorvane::getUserId().value_or("");
-    document["stops"] = stops;
-    return document;
+    return {{"userId", Quorvane::getUserId().value_or("")}, {"stops", stops}};
 }
 
 } // namespace quorvane::tool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "JSON/AnyCodable.h"
 #include "tools/demo/Ride.h"
@@ -9,16 +10,17 @@ namespace quorvane::tool {
 
 class Stage;
 
-/// The rider of the demo: signs in, searches at points of the ride, and sums up. Everything throws a `Failure` for any
-/// status but a success.
+/// The rider of the demo: signs in and searches at points of the ride. Everything throws a `Failure` for any status but
+/// a success.
 class Walk {
 public:
     explicit Walk(Stage& theStage) : stage(theStage) {}
 
     void signIn();
     void searchAt(const Ride::Stop& stop, bool isTimed);
-    void summarise();
 
+    /// "38 places and 40 tasks found at 6 points of the ride".
+    [[nodiscard]] std::string summary() const;
     [[nodiscard]] AnyCodable::Dictionary document() const;
 
 private:

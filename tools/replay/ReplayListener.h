@@ -3,6 +3,7 @@
 #include "Platform/Clock.h"
 #include "Platform/Location.h"
 #include "Tracking/Observed.h"
+#include "testing/PhoneEvents.h"
 
 namespace quorvane::tool {
 
@@ -18,6 +19,7 @@ public:
     virtual void recorded(const platform::Location& fix) = 0;
     /// @p now is virtual time.
     virtual void observed(platform::Date now, const observed::Observation& observation) = 0;
+    virtual void happened(platform::Date /*now*/, const testing::phone::Event& /*event*/) {}
 };
 
 } // namespace quorvane::tool

@@ -9,6 +9,7 @@
 #include "testing/TrackReader.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
+#include "tools/Interruption.h"
 
 namespace quorvane::tool {
 namespace {
@@ -41,6 +42,9 @@ public:
         if (log) {
             log->happened(event);
         }
+        if (listener != nullptr) {
+            listener->happened(phone.clock().now(), event);
+        }
     }
 
 private:
@@ -50,6 +54,37 @@ private:
     std::optional<testing::DecisionLog> log;
 };
 
+/// The fixes of a recording, from a file or from memory.
+class Recording {
+public:
+    explicit Recording(const ReplayInput& input) : track(input.recording) {
+        if (!track) {
+            testing::TrackError error;
+            reader = TrackReader::open(input.track, error);
+            if (!reader) {
+                throw Failure(error.message);
+            }
+        }
+    }
+
+    std::optional<platform::Location> next() {
+        if (reader) {
+            return reader->next();
+        }
+        return taken < track->fixes.size() ? std::optional(track->fixes[taken++]) : std::nullopt;
+    }
+    void requireNoError() const {
+        if (reader && reader->error()) {
+            throw Failure(reader->error()->message);
+        }
+    }
+
+private:
+    const std::shared_ptr<const testing::Track> track;
+    std::size_t taken = 0;
+    std::unique_ptr<TrackReader> reader;
+};
+
 /// One replay from its first fix to its end.
 class Run {
 public:
@@ -57,8 +92,8 @@ public:
         : input(theInput),
           readers(theReaders),
           global(theGlobal),
-          reader(open(theInput.track)),
-          first(reader->next()),
+          recording(theInput),
+          first(recording.next()),
           phone(phoneOptions()) {
         summary.options = input.options.name;
     }
@@ -67,7 +102,10 @@ public:
         const Witness witness(phone, summary, readers);
         phone.follow([this] { return nextFix(); });
         phone.setHost([this](testing::phone::LaunchReason) {
-            serve(phone.platform().transport(), input.places);
+            if (!input.service) {
+                serve(phone.platform().transport(), input.places);
+            }
+            Quorvane::setDelegate(readers.delegate);
             Quorvane::initialize(global.key);
             Quorvane::setLogLevel(global.logLevel.value_or(QVLogLevel::NONE));
             return nullptr;
@@ -87,30 +125,16 @@ public:
     }
 
 private:
-    static std::unique_ptr<TrackReader> open(const std::string& path) {
-        testing::TrackError error;
-        auto opened = TrackReader::open(path, error);
-        if (!opened) {
-            throw Failure(error.message);
-        }
-        return opened;
-    }
-
     testing::PhoneOptions phoneOptions() const {
-        requireNoError();
+        recording.requireNoError();
         testing::PhoneOptions options;
         options.platform.start = first->timestamp;
+        options.platform.transport = input.service;
         return options;
     }
 
-    void requireNoError() const {
-        if (reader->error()) {
-            throw Failure(reader->error()->message);
-        }
-    }
-
     std::optional<platform::Location> nextFix() {
-        auto fix = first ? std::exchange(first, std::nullopt) : reader->next();
+        auto fix = first ? std::exchange(first, std::nullopt) : recording.next();
         summary.recorded += fix ? 1 : 0;
         if (fix && readers.listener != nullptr) {
             readers.listener->recorded(*fix);
@@ -131,13 +155,14 @@ private:
                 tidy();
             }
         }
-        requireNoError();
+        recording.requireNoError();
         if (!phone.path()->problem().empty()) {
             throw Failure(nameOfFile(input.track) + ": " + phone.path()->problem());
         }
     }
 
     void advance(std::chrono::nanoseconds duration) {
+        Interruption::check();
         if (!phone.advance(duration)) {
             throw Failure(nameOfFile(input.track) + ": the work of the application had no end at " +
                           testing::dateText(phone.clock().now()));
@@ -159,13 +184,19 @@ private:
     const ReplayInput& input;
     const ReplayReaders& readers;
     const GlobalOptions& global;
-    const std::unique_ptr<TrackReader> reader;
+    Recording recording;
     std::optional<platform::Location> first;
     ReplaySummary summary;
     SimulatedPhone phone;
 };
 
 } // namespace
+
+std::vector<NamedOptions> presets() {
+    return {{"continuous", QuorvaneTrackingOptions::CONTINUOUS},
+            {"responsive", QuorvaneTrackingOptions::RESPONSIVE},
+            {"efficient", QuorvaneTrackingOptions::EFFICIENT}};
+}
 
 ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global) {
     return Run(input, readers, global).carryOut();

@@ -5,9 +5,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "Core/QuorvaneDelegate.h"
 #include "Models/QuorvaneTrackingOptions.h"
+#include "Platform/HTTPTransport.h"
+#include "Platform/Platform.h"
 #include "testing/DecisionLog.h"
+#include "testing/Track.h"
 #include "tools/Options.h"
 #include "tools/replay/ReplayListener.h"
 #include "tools/replay/ReplayService.h"
@@ -22,11 +27,20 @@ struct NamedOptions {
     std::function<std::shared_ptr<QuorvaneTrackingOptions>()> make;
 };
 
+/// The presets, from the one that does most to the one that does least.
+[[nodiscard]] std::vector<NamedOptions> presets();
+
 /// What is replayed.
 struct ReplayInput {
+    /// The recording's file, or what stands for it in an error.
     std::string track;
     NamedOptions options;
     KnownPlaces places;
+    /// A recording that has been read; none: it is read as it is replayed.
+    std::shared_ptr<const testing::Track> recording;
+    /// Makes the transport to a real service, which answers in the place of `places`: the clock stands while a request
+    /// is in flight. None: nothing is real.
+    std::function<std::unique_ptr<platform::HTTPTransport>(platform::Platform& platform)> service;
 };
 
 /// Where a replay's decisions go.
@@ -39,6 +53,8 @@ struct ReplayLog {
 struct ReplayReaders {
     std::optional<ReplayLog> log;
     ReplayListener* listener = nullptr;
+    /// The application's.
+    std::shared_ptr<QuorvaneDelegate> delegate;
     /// Gets the library's own log where a level of it was asked for.
     std::function<void(std::string_view line)> libraryLog;
 };
@@ -47,7 +63,7 @@ struct ReplayReaders {
 inline constexpr std::chrono::seconds replayTail{10};
 
 /// Lets a simulated phone follow the recording with an application that tracks in the background, as fast as it goes,
-/// in memory that does not grow with the recording's length. Throws a `Failure`.
+/// in memory that does not grow with the recording's length. Throws a `Failure`, and `Interrupted` once a signal came.
 [[nodiscard]] ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global);
 
 } // namespace quorvane::tool

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Core/QVStatus.h"
+#include "JSON/AnyCodable.h"
+#include "Platform/Location.h"
+#include "testing/RecordingDelegate.h"
+#include "tools/replay/ReplayListener.h"
+
+namespace quorvane::tool {
+
+/// What tracking did on a ride, as the observer and the delegate of the application heard it.
+class TrackedRide : public ReplayListener {
+public:
+    /// Something that tracking found out by itself.
+    struct Event {
+        QVEventType type = QVEventType::UNKNOWN;
+        /// Of the place or the geofence; empty where it is about neither.
+        std::string name;
+    };
+    /// A location that was handed to the service.
+    struct Sync {
+        platform::Date time;
+        platform::Location location;
+        bool stopped = false;
+        QVLocationSource source = QVLocationSource::UNKNOWN;
+        QVStatus status = QVStatus::SUCCESS;
+        /// What the service answered to its request; none: nothing.
+        std::optional<int> answer;
+        std::size_t fences = 0;
+        /// Where the user was; empty: nowhere.
+        std::string place;
+        std::vector<Event> events;
+    };
+    /// A time during which the user was stopped.
+    struct Stop {
+        platform::Date begin;
+        /// None: to the end of the ride.
+        std::optional<platform::Date> end;
+        platform::Coordinate coordinate;
+    };
+
+    void recorded(const platform::Location&) override {}
+    void observed(platform::Date now, const observed::Observation& observation) override;
+    void happened(platform::Date now, const testing::phone::Event& event) override;
+
+    /// For the application that tracks.
+    [[nodiscard]] const std::shared_ptr<testing::RecordingDelegate>& delegate() const { return recording; }
+    [[nodiscard]] std::size_t calls(testing::RecordingDelegate::Kind kind) const {
+        return recording->calls(kind).size();
+    }
+
+    [[nodiscard]] const std::vector<Sync>& syncs() const { return sent; }
+    [[nodiscard]] const std::vector<Stop>& stops() const { return halts; }
+    /// Fixes that were decided on, by what produced them.
+    [[nodiscard]] const std::map<QVLocationSource, std::size_t>& fixes() const { return bySource; }
+    [[nodiscard]] std::size_t fixCount() const;
+    /// Fixes by the rule that let them through or kept them.
+    [[nodiscard]] std::size_t decided(SyncDecision::Rule rule) const;
+
+    /// {"syncs": [...], "stops": [...], "delegate": {...}}
+    [[nodiscard]] AnyCodable::Dictionary document() const;
+
+private:
+    void observe(platform::Date now, const observed::Fix& fix);
+    void observe(platform::Date now, const observed::Sync& sync);
+
+    const std::shared_ptr<testing::RecordingDelegate> recording = std::make_shared<testing::RecordingDelegate>();
+    std::vector<Sync> sent;
+    std::vector<Stop> halts;
+    std::map<QVLocationSource, std::size_t> bySource;
+    std::map<SyncDecision::Rule, std::size_t> byRule;
+    /// To the last search.
+    std::optional<int> lastAnswer;
+    /// Where the user was at the last sync that succeeded.
+    std::string lastPlace;
+};
+
+} // namespace quorvane::tool
