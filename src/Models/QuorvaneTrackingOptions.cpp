@@ -1,6 +1,7 @@
 #include "Models/QuorvaneTrackingOptions.h"
 
 #include "Models/DateDescription.h"
+#include "Models/DesiredAccuracyName.h"
 #include "Platform/Registry.h"
 
 namespace quorvane {
@@ -64,17 +65,8 @@ std::string textOf(bool flag) {
 }
 
 std::string textOf(QVDesiredAccuracy accuracy) {
-    switch (accuracy) {
-        case QVDesiredAccuracy::NONE:
-            return "NONE";
-        case QVDesiredAccuracy::LOW:
-            return "LOW";
-        case QVDesiredAccuracy::MEDIUM:
-            return "MEDIUM";
-        case QVDesiredAccuracy::HIGH:
-            return "HIGH";
-    }
-    return textOf(static_cast<std::int64_t>(accuracy));
+    const auto name = nameOf(accuracy);
+    return name ? std::string(*name) : textOf(static_cast<std::int64_t>(accuracy));
 }
 
 std::string textOf(QVReplay replay) {

@@ -27,20 +27,6 @@ std::string_view textOf(const std::optional<QVSync>& sync) {
     return "nil";
 }
 
-std::string_view textOf(QVDesiredAccuracy accuracy) {
-    switch (accuracy) {
-        case QVDesiredAccuracy::LOW:
-            return "LOW";
-        case QVDesiredAccuracy::MEDIUM:
-            return "MEDIUM";
-        case QVDesiredAccuracy::HIGH:
-            return "HIGH";
-        case QVDesiredAccuracy::NONE:
-            break;
-    }
-    return "NONE";
-}
-
 std::string_view textOf(platform::LocationAuthorization status) {
     switch (status) {
         case platform::LocationAuthorization::restricted:

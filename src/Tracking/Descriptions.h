@@ -17,8 +17,6 @@ namespace quorvane {
 
 /// "none", "stopsAndExits" or "all"; "nil" for none at all.
 [[nodiscard]] std::string_view textOf(const std::optional<QVSync>& sync);
-/// The case's name.
-[[nodiscard]] std::string_view textOf(QVDesiredAccuracy accuracy);
 [[nodiscard]] std::string_view textOf(platform::LocationAuthorization status);
 [[nodiscard]] std::string_view textOf(platform::RegionState state);
 

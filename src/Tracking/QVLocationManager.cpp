@@ -3,6 +3,7 @@
 #include "Core/QVSettings.h"
 #include "Device/QVUtils.h"
 #include "JSON/NumberText.h"
+#include "Models/DesiredAccuracyName.h"
 #include "Platform/Precondition.h"
 #include "Tracking/Descriptions.h"
 #include "Tracking/LocationManagerParts.h"
@@ -61,7 +62,8 @@ void QVLocationManager::stopTracking() {
 void QVLocationManager::getLocation(QuorvaneTrackingOptions::DesiredAccuracy desiredAccuracy,
                                     const LocationCompletion& completion) {
     QV_PRECONDITION(permissionsHelper != nullptr, "the location manager needs its permissions helper for a location");
-    parts->log.verbose([&] { return "getLocation | acc = " + std::string(textOf(desiredAccuracy)) + ";"; });
+    parts->log.verbose(
+        [&] { return "getLocation | acc = " + std::string(nameOf(desiredAccuracy).value_or("NONE")) + ";"; });
     if (!permissionsHelper->isAuthorized()) {
         tellDelegate(QVStatus::ERROR_PERMISSIONS);
         completion(QVStatus::ERROR_PERMISSIONS, std::nullopt, false);
