@@ -24,8 +24,7 @@ TrackInput::TrackInput(TrackOrigin theOrigin) : origin(std::move(theOrigin)) {
         limit = begin + origin.text->size();
     } else {
         std::error_code ignored;
-        const std::filesystem::file_status status = std::filesystem::status(origin.name, ignored);
-        if (std::filesystem::is_other(status)) {
+        if (std::filesystem::is_other(origin.name, ignored)) {
             failure = "the file cannot be read: it is neither a regular file nor a pipe";
             return;
         }
