@@ -1,21 +1,16 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 
 #include "JSON/JSON.h"
+#include "fuzz/Require.h"
 
 namespace {
 
 using quorvane::AnyCodable;
+using quorvane::fuzz::require;
 namespace json = quorvane::json;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 std::optional<AnyCodable> decoded(const json::Document& document) {
     AnyCodable value;

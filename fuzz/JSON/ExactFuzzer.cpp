@@ -1,20 +1,15 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "JSON/JSON.h"
+#include "fuzz/Require.h"
 
 namespace {
 
 using quorvane::AnyCodable;
+using quorvane::fuzz::require;
 namespace json = quorvane::json;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 } // namespace
 

@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -20,17 +18,12 @@
 #include "Tasks/QVTaskResponse.h"
 #include "Tracking/QVContext.h"
 #include "Tracking/QVTrackingResponse.h"
+#include "fuzz/Require.h"
 
 namespace {
 
 using namespace quorvane;
-
-void require(bool holds, const char* what, const std::string& text) {
-    if (!holds) {
-        std::fprintf(stderr, "%s: %s\n", what, text.c_str());
-        std::abort();
-    }
-}
+using fuzz::require;
 
 template <class Model>
 void use(const Model&) {}

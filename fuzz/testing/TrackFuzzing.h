@@ -2,20 +2,14 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <variant>
 
+#include "fuzz/Require.h"
 #include "testing/TrackReader.h"
 
 namespace quorvane::fuzz {
-
-inline void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 inline void check(const testing::Track& track) {
     require(!track.fixes.empty());
