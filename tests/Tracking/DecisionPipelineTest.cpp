@@ -107,6 +107,15 @@ TEST_F(DecisionPipelineTest, AnInaccurateFixCountsWhereLowAccuracyIsWanted) {
     EXPECT_EQ(lastOutcome(), Outcome::processed);
 }
 
+TEST_F(DecisionPipelineTest, AnAbsentAccuracyIsNotLow) {
+    preferences().setString("quorvane_tracking_options", "{}");
+    setStopped(true);
+
+    handle(fixAt(0, 0, 1500));
+
+    EXPECT_EQ(lastOutcome(), Outcome::inaccurate);
+}
+
 TEST_F(DecisionPipelineTest, AnInaccurateFixThatWasAskedForCounts) {
     for (const Source source : {Source::MANUAL_LOCATION, Source::FOREGROUND_LOCATION}) {
         setStopped(true);

@@ -58,6 +58,35 @@ TEST_F(GetLocationTest, WithoutPermissionDelegateAndCallerAreToldAtOnce) {
     EXPECT_EQ(calls.count(), 1U);
 }
 
+TEST_F(GetLocationTest, WithoutPermissionTheDelegateIsToldBeforeTheCaller) {
+    services().setAuthorization(platform::LocationAuthorization::restricted);
+    std::size_t errorsThen = 0;
+
+    manager().getLocation(Accuracy::LOW, [&](QVStatus, const auto&, bool) { errorsThen = delegate->errors().size(); });
+
+    EXPECT_EQ(errorsThen, 1U);
+}
+
+TEST_F(GetLocationTest, PermissionWhileInUseIsEnough) {
+    services().setAuthorization(platform::LocationAuthorization::whenInUse);
+
+    ask(calls);
+    receive(fixAt(0));
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::SUCCESS);
+}
+
+TEST_F(GetLocationTest, AnAccuracyOutsideTheEnumerationIsAHundredMetres) {
+    setLogLevel(QVLogLevel::DEBUG);
+    manager().verbose = true;
+
+    ask(calls, static_cast<Accuracy>(9));
+
+    EXPECT_EQ(precise().desiredAccuracy, 100);
+    EXPECT_EQ(messages().at(0), "getLocation | acc = NONE;");
+}
+
 TEST_F(GetLocationTest, AfterTwentySecondsWithoutAFixTheCallerIsToldThatThereIsNone) {
     setStopped(true);
     ask(calls);
@@ -137,6 +166,40 @@ TEST_F(GetLocationTest, AFailureOfThePlatformFailsAllWhoWait) {
     EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_LOCATION);
     EXPECT_EQ(calls.first<1>(), std::nullopt);
     EXPECT_THAT(delegate->errors(), ElementsAre(QVStatus::ERROR_LOCATION));
+}
+
+TEST_F(GetLocationTest, OfAFailureTheDelegateIsToldBeforeTheCallers) {
+    std::size_t errorsThen = 0;
+    manager().getLocation(Accuracy::LOW, [&](QVStatus, const auto&, bool) { errorsThen = delegate->errors().size(); });
+
+    services().fail({platform::LocationError::Kind::unknown, "No signal."});
+    settle();
+
+    EXPECT_EQ(errorsThen, 1U);
+}
+
+TEST_F(GetLocationTest, AFixThatIsNoPlaceOnEarthFailsAllWhoWaitWithoutAnError) {
+    ask(calls);
+
+    receive({{0, 14.5}, 10, 5, noon});
+
+    ASSERT_EQ(calls.count(), 1U);
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_LOCATION);
+    EXPECT_THAT(delegate->errors(), IsEmpty());
+}
+
+TEST_F(GetLocationTest, EachCallerGetsTheStoppedFlagOfItsOwnMoment) {
+    std::vector<bool> flags;
+    for (int i = 0; i < 2; ++i) {
+        manager().getLocation(Accuracy::LOW, [&](QVStatus, const auto&, bool isStopped) {
+            flags.push_back(isStopped);
+            setStopped(true);
+        });
+    }
+
+    advance(20s);
+
+    EXPECT_THAT(flags, ElementsAre(false, true));
 }
 
 TEST_F(GetLocationTest, ASecondRequestIsNotAnsweredByTheTimeoutOfTheFirst) {

@@ -158,6 +158,52 @@ TEST_F(LocationUpdatesTest, ATimerThatWasStoppedIsStoppedAgainByEachUpdate) {
     EXPECT_EQ(observer.of<observed::UpdateTimer>().size(), 2U);
 }
 
+TEST_F(LocationUpdatesTest, OfSeveralPendingShutdownsEachOneComes) {
+    track(options);
+    setStopped(true);
+    update();
+    advance(5s);
+    update();
+
+    EXPECT_THAT(linesOf([&] { advance(5s); }), ElementsAre("Shutting down", "Ending background tasks | count = 0"));
+    EXPECT_THAT(linesOf([&] { advance(5s); }), ElementsAre("Shutting down", "Ending background tasks | count = 0"));
+    EXPECT_THAT(linesOf([&] { advance(1h); }), ElementsAre());
+}
+
+TEST_F(LocationUpdatesTest, ATimerThatStartsAgainCancelsAllPendingShutdowns) {
+    track(options);
+    setStopped(true);
+    update();
+    advance(5s);
+    update();
+    setStopped(false);
+
+    update();
+    advance(20s);
+
+    EXPECT_TRUE(lowPower().updates);
+    std::vector<observed::Shutdown::Change> changes;
+    for (const observed::Shutdown& shutdown : observer.of<observed::Shutdown>()) {
+        changes.push_back(shutdown.change);
+    }
+    using Change = observed::Shutdown::Change;
+    EXPECT_THAT(changes, ElementsAre(Change::scheduled, Change::scheduled, Change::cancelled, Change::cancelled));
+}
+
+TEST_F(LocationUpdatesTest, ATimerThatHasStartedAlreadyCancelsNoShutdown) {
+    track(options);
+    manager().stopTracking();
+    manager().startTracking(options);
+    settle();
+    EXPECT_TRUE(lowPower().updates);
+
+    update();
+    advance(60s);
+
+    EXPECT_TRUE(lowPower().updates);
+    EXPECT_EQ(precise().requests, 2);
+}
+
 TEST_F(LocationUpdatesTest, TimersOfAnyIntervalStart) {
     using Limits = std::numeric_limits<std::int64_t>;
     for (const std::int64_t interval : {Limits::max(), std::int64_t{1}, Limits::min()}) {

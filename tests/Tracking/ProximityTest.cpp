@@ -119,6 +119,44 @@ TEST_F(ProximityTest, AFailureIsHandedOnWithNothing) {
     EXPECT_EQ(std::get<2>(calls[2]), nullptr);
 }
 
+TEST_F(ProximityTest, AnAnswerWithoutAListOrWithoutABodyIsASuccessWithNothing) {
+    for (const Answer& answer : {Answer::json("{}"), Answer::json(R"({"count":3})"), Answer::with(204)}) {
+        const ProximityCalls answers;
+        transport().answer("GET", "/locations/find", answer);
+
+        QVTrackingService::shared().getProximityInfo(fixAt(0), answers.record());
+        settle();
+
+        ASSERT_EQ(answers.count(), 1U);
+        EXPECT_EQ(answers.first<0>(), QVStatus::SUCCESS);
+        EXPECT_THAT(answers.first<1>(), IsEmpty());
+        EXPECT_EQ(answers.first<2>(), nullptr);
+    }
+}
+
+TEST_F(ProximityTest, AnAnswerThatIsNoListOfPlacesAndNoAnswerAtAllAreHandedOnAsWhatTheyAre) {
+    transport().answer("GET", "/locations/find", Answer::json(R"([{"id":"p"}])"));
+    find();
+    transport().answer("GET", "/locations/find", Answer::json("<html>"));
+    find();
+    transport().answer("GET", "/locations/find", Answer::failure(Transport::connection));
+    find();
+    transport().answer("GET", "/locations/find", Answer::never());
+    find();
+    EXPECT_EQ(calls.count(), 3U);
+    advance(10s);
+
+    ASSERT_EQ(calls.count(), 4U);
+    EXPECT_EQ(std::get<0>(calls[0]), QVStatus::ERROR_SERIALIZATION);
+    EXPECT_EQ(std::get<0>(calls[1]), QVStatus::ERROR_SERIALIZATION);
+    EXPECT_EQ(std::get<0>(calls[2]), QVStatus::ERROR_NETWORK);
+    EXPECT_EQ(std::get<0>(calls[3]), QVStatus::ERROR_NETWORK);
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_THAT(std::get<1>(calls[i]), IsEmpty());
+        EXPECT_EQ(std::get<2>(calls[i]), nullptr);
+    }
+}
+
 TEST_F(ProximityTest, WithoutAKeyTheAnswerComesAtOnceAndNothingIsSent) {
     preferences().remove("quorvane_access_key");
 

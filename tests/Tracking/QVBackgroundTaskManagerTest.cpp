@@ -56,6 +56,43 @@ TEST_F(QVBackgroundTaskManagerTest, WithFifteenSecondsLeftNoGrantIsBegun) {
     EXPECT_EQ(observer.of<observed::BackgroundGrant>().at(0).change, Change::expiring);
 }
 
+TEST_F(QVBackgroundTaskManagerTest, WithATenthLessThanTwentySecondsLeftNoGrantIsBegun) {
+    application().setBackgroundTimeRemaining(19.9);
+
+    tasks().startBackgroundTask();
+
+    EXPECT_THAT(application().backgroundTasks(), IsEmpty());
+    EXPECT_THAT(messages(), ElementsAre("Background time expiring | duration = 9.899999999999999"));
+}
+
+TEST_F(QVBackgroundTaskManagerTest, WithoutAnyTimeLeftTheDurationIsNegative) {
+    application().setBackgroundTimeRemaining(0);
+
+    tasks().startBackgroundTask();
+
+    EXPECT_THAT(application().backgroundTasks(), IsEmpty());
+    EXPECT_THAT(messages(), ElementsAre("Background time expiring | duration = -10.0"));
+}
+
+TEST_F(QVBackgroundTaskManagerTest, TheQueuesAndTheGrantsHaveTheirNames) {
+    EXPECT_EQ(QVBackgroundTaskManager::QUEUE_LABEL, "qv-background-task-manager");
+    EXPECT_EQ(QVBackgroundTaskManager::BACKGROUND_TASK_NAME, "qv-bg-task");
+    EXPECT_EQ(QVLocationManager::QUEUE_LABEL, "qv-location-manager");
+    EXPECT_EQ(QVLocationManager::REGION_IDENTIFIER, "qv-visit-region");
+}
+
+TEST_F(QVBackgroundTaskManagerTest, TheEndOfAGrantsTimeEndsThatGrantOnly) {
+    tasks().startBackgroundTask();
+    advance(60s);
+    tasks().startBackgroundTask();
+
+    advance(110s);
+
+    EXPECT_THAT(tasks().backgroundTaskIds(), ElementsAre(2U));
+    EXPECT_FALSE(application().backgroundTasks()[0].open);
+    EXPECT_TRUE(application().backgroundTasks()[1].open);
+}
+
 TEST_F(QVBackgroundTaskManagerTest, AGrantHasTheLibrarysNameAndIsLogged) {
     tasks().startBackgroundTask();
     tasks().startBackgroundTask();
@@ -136,6 +173,27 @@ TEST_F(QVBackgroundTaskManagerTest, EndingAllEndsAllInTheirOrder) {
     ASSERT_EQ(ended.size(), 2U);
     EXPECT_EQ(ended[0].task, 1U);
     EXPECT_EQ(ended[1].task, 3U);
+}
+
+TEST_F(QVBackgroundTaskManagerTest, AfterAllWereEndedTheScheduledEndFindsNothingToRemove) {
+    tasks().startBackgroundTask();
+    tasks().endBackgroundTasks();
+    advance(100s);
+    tasks().startBackgroundTask();
+    settle();
+    application().clearOutput();
+
+    advance(70s);
+
+    EXPECT_THAT(messages(), ElementsAre("Ending background task | tid = 1"));
+    EXPECT_THAT(tasks().backgroundTaskIds(), ElementsAre(2U));
+    EXPECT_TRUE(application().backgroundTasks()[1].open);
+    std::vector<std::pair<Change, platform::Application::BackgroundTask>> told;
+    for (const observed::BackgroundGrant& grant : observer.of<observed::BackgroundGrant>()) {
+        told.emplace_back(grant.change, grant.task);
+    }
+    EXPECT_THAT(told,
+                ElementsAre(std::pair(Change::begun, 1U), std::pair(Change::ended, 1U), std::pair(Change::begun, 2U)));
 }
 
 TEST_F(QVBackgroundTaskManagerTest, EndingNoneIsLoggedToo) {

@@ -61,6 +61,54 @@ TEST_F(SendingTest, ASuccessStoresTheUserIdAsTheInternalOneAndThatExitsAreNotAll
     EXPECT_EQ(preferences().boolean("quorvane_can_exit"), false);
 }
 
+/// A host that adds to the user what the service may say of one.
+class AddingDelegate : public quorvane::testing::RecordingDelegate {
+public:
+    explicit AddingDelegate(std::function<void(QVUser&)> theAdd) : add(std::move(theAdd)) {}
+    void onLocationUpdated(const platform::Location&, const std::shared_ptr<QVUser>& user) override { add(*user); }
+
+private:
+    const std::function<void(QVUser&)> add;
+};
+
+TEST_F(SendingTest, ExitsAreAllowedForAUserWithInsightsGeofencesOrAPlace) {
+    const std::vector<std::function<void(QVUser&)>> additions{
+        [](QVUser& user) { user.insights = std::make_shared<QVUserInsights>(); },
+        [](QVUser& user) { user.geofences.emplace(); },
+        [](QVUser& user) { user.place = std::make_shared<QVPlace>(); },
+    };
+    for (const auto& add : additions) {
+        preferences().setBoolean("quorvane_can_exit", false);
+        const auto adding = std::make_shared<AddingDelegate>(add);
+        Quorvane::setDelegate(adding);
+
+        send();
+        settle();
+
+        EXPECT_EQ(preferences().boolean("quorvane_can_exit"), true);
+        EXPECT_TRUE(observer.of<observed::Send>().back().canExit);
+    }
+}
+
+TEST_F(SendingTest, OnceExitsAreAllowedAMovingFixIsSentUntilTheyAreNotAnyMore) {
+    QuorvaneTrackingOptions options = *QuorvaneTrackingOptions::CONTINUOUS();
+    options.sync = Sync::STOPS_AND_EXITS;
+    QVSettings::setTrackingOptions(options);
+    const auto adding = std::make_shared<AddingDelegate>([](QVUser& user) { user.geofences.emplace(); });
+    Quorvane::setDelegate(adding);
+    send();
+    settle();
+    Quorvane::setDelegate(delegate);
+    setSent(60s);
+
+    handle(fixAt(0));
+    EXPECT_EQ(syncs(), 2U);
+
+    handle(fixAt(500, 60));
+    EXPECT_EQ(fixes().back().sync->rule, SyncDecision::Rule::cantExit);
+    EXPECT_EQ(syncs(), 2U);
+}
+
 TEST_F(SendingTest, WithoutAUserIdTheInternalOneIsRemoved) {
     store("quorvane_internal_user_id", "old");
     preferences().remove("quorvane_user_id");
@@ -117,6 +165,43 @@ TEST_F(SendingTest, ASendInFlightHoldsTheShutdownBackUntilTheNextUpdate) {
     // The end of the send is such an update.
     transport().deliver();
     settle();
+    EXPECT_FALSE(lowPower().updates);
+}
+
+TEST_F(SendingTest, AShutdownThatASendHeldBackComesTenSecondsAfterItsEndThoughTheTimerWasStoppedBefore) {
+    QuorvaneTrackingOptions options = *QuorvaneTrackingOptions::CONTINUOUS();
+    options.desiredStoppedUpdateInterval = 0;
+    QVSettings::setTrackingOptions(options);
+    manager().updateTracking(std::nullopt);
+    settle();
+    transport().holdAnswers(true);
+    send();
+    setStopped(true);
+    manager().updateTracking(std::nullopt);
+    settle();
+    EXPECT_EQ(observer.of<observed::UpdateTimer>().back().change, observed::UpdateTimer::Change::stopped);
+    EXPECT_THAT(observer.of<observed::Shutdown>(), IsEmpty());
+
+    transport().deliver();
+    advance(10s - 1ns);
+    EXPECT_TRUE(lowPower().updates);
+    advance(1ns);
+
+    EXPECT_FALSE(lowPower().updates);
+}
+
+TEST_F(SendingTest, OfTwoSendsInFlightTheFirstThatEndsEndsTheHold) {
+    manager().updateTracking(std::nullopt);
+    settle();
+    transport().holdAnswers(true);
+    send();
+    send();
+
+    transport().deliverNext();
+    manager().stopTracking();
+    settle();
+
+    EXPECT_EQ(transport().heldCount(), 1U);
     EXPECT_FALSE(lowPower().updates);
 }
 

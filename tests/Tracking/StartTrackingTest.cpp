@@ -35,10 +35,16 @@ protected:
         phone.relaunch();
         phone->device().setSystemVersion(version);
         SignedInFlag::shared().set(true);
-        QVSettings::setTrackingOptions(*QuorvaneTrackingOptions::CONTINUOUS());
+        return hasIndicatorWith(*QuorvaneTrackingOptions::CONTINUOUS());
+    }
+
+    [[nodiscard]] bool hasIndicatorWith(const QuorvaneTrackingOptions& options) {
+        QVSettings::setTrackingOptions(options);
         QVLocationManager::shared().updateTracking(std::nullopt);
         phone->runUntilIdle();
-        return phone->locationManagers().managers().at(1).showsBackgroundIndicator;
+        const auto managers = phone->locationManagers().managers();
+        EXPECT_FALSE(managers.at(0).showsBackgroundIndicator);
+        return managers.at(1).showsBackgroundIndicator;
     }
 };
 
@@ -56,6 +62,17 @@ TEST_F(FirstUseTest, TheIndicatorFollowsTheOptionsFromVersionElevenOn) {
     EXPECT_TRUE(hasIndicator("17.4.1"));
     EXPECT_FALSE(hasIndicator("9"));
     EXPECT_FALSE(hasIndicator(""));
+}
+
+TEST_F(FirstUseTest, TheIndicatorGoesWithTheOption) {
+    QuorvaneTrackingOptions options = *QuorvaneTrackingOptions::CONTINUOUS();
+    ASSERT_TRUE(hasIndicator("17.4.1"));
+
+    options.showBlueBar = false;
+    EXPECT_FALSE(hasIndicatorWith(options));
+
+    options.showBlueBar = true;
+    EXPECT_TRUE(hasIndicatorWith(options));
 }
 
 TEST_F(StartTrackingTest, StoresTheOptionsAndThatTrackingIsOnAndAppliesThem) {

@@ -1,4 +1,3 @@
-#include "Device/QVUtils.h"
 #include "Tracking/TrackingTest.h"
 
 namespace quorvane {
@@ -10,7 +9,7 @@ using Change = observed::Send::Change;
 using Force = SyncDecision::Force;
 using Rule = SyncDecision::Rule;
 
-/// What becomes of a fix that was decided on: sent at once, sent shortly, skipped, or replaced by a failed stop.
+/// What becomes of a fix that was decided on: sent at once, sent shortly, or skipped.
 class SyncTest : public TrackingTest {
 protected:
     SyncTest() { QVSettings::setTrackingOptions(options); }
@@ -25,10 +24,6 @@ protected:
     }
 
     void store(const QuorvaneTrackingOptions& changed) { QVSettings::setTrackingOptions(changed); }
-
-    void storeFailedStop(const platform::Location& location) {
-        preferences().setDictionary("quorvane_last_failed_stopped_location", QVUtils::fromLocation(location));
-    }
 
     [[nodiscard]] observed::Send lastSend() { return observer.of<observed::Send>().back(); }
     [[nodiscard]] SyncDecision lastSync() { return fixes().back().sync.value(); }
@@ -190,75 +185,6 @@ TEST_F(SyncTest, AnAbsentSyncModeSendsEverything) {
     handle(fixAt(0));
 
     EXPECT_EQ(syncs(), 1U);
-}
-
-TEST_F(SyncTest, AFailedStopIsReplayedInThePlaceOfTheFix) {
-    options.replay = QuorvaneTrackingOptions::Replay::STOPS;
-    store(options);
-    storeFailedStop(fixAt(5000, -600));
-    setSent(60s);
-
-    handle(fixAt(0));
-
-    EXPECT_EQ(lastSync().force, Force::replay);
-    EXPECT_EQ(lastSend().location, fixAt(5000, -600));
-    EXPECT_TRUE(lastSend().stopped);
-    EXPECT_TRUE(lastSend().replayed);
-    EXPECT_EQ(lastSend().source, Source::BACKGROUND_LOCATION);
-    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), std::nullopt);
-    EXPECT_FALSE(stopped());
-}
-
-TEST_F(SyncTest, AFailedStopIsForgottenBeforeItIsDecidedWhetherItIsSent) {
-    options.replay = QuorvaneTrackingOptions::Replay::STOPS;
-    store(options);
-    storeFailedStop(fixAt(5000, -600));
-    setSent(60s);
-
-    handle(fixAt(0), Source::FOREGROUND_LOCATION);
-
-    EXPECT_EQ(syncs(), 0U);
-    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), std::nullopt);
-}
-
-TEST_F(SyncTest, AReplayThatFailsIsNotStoredAgain) {
-    options.replay = QuorvaneTrackingOptions::Replay::STOPS;
-    store(options);
-    storeFailedStop(fixAt(5000, -600));
-    setSent(60s);
-    transport().answer("GET", "/locations/find", Answer::with(500));
-
-    handle(fixAt(0));
-
-    EXPECT_EQ(syncs(), 1U);
-    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), std::nullopt);
-}
-
-TEST_F(SyncTest, AFailedStopWaitsWhileTheUserHasJustStopped) {
-    options.replay = QuorvaneTrackingOptions::Replay::STOPS;
-    store(options);
-    handle(fixAt(0));
-    storeFailedStop(fixAt(5000, -600));
-
-    handle(fixAt(10, 150));
-
-    EXPECT_EQ(lastSend().location, fixAt(10, 150));
-    EXPECT_FALSE(lastSend().replayed);
-    EXPECT_TRUE(QVState::getLastFailedStoppedLocation());
-}
-
-TEST_F(SyncTest, NothingIsReplayedWhereReplayIsOffOrAbsent) {
-    storeFailedStop(fixAt(5000, -600));
-    setSent(60s);
-    handle(fixAt(0));
-    EXPECT_FALSE(lastSend().replayed);
-
-    preferences().setString("quorvane_tracking_options", "{}");
-    setSent(60s);
-    handle(fixAt(0));
-
-    EXPECT_FALSE(lastSend().replayed);
-    EXPECT_TRUE(QVState::getLastFailedStoppedLocation());
 }
 
 TEST_F(SyncTest, ACallerAddedByAnAnsweredOneSendsTheFix) {

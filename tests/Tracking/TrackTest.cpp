@@ -142,6 +142,63 @@ TEST_F(TrackTest, AStopThatFailsIsStoredForAReplay) {
     EXPECT_FALSE(observer.of<observed::FailedStop>()[0].isReplayed);
 }
 
+TEST_F(TrackTest, AStopThatFailsIsStoredWhateverTheFailure) {
+    const std::vector<std::pair<Answer, QVStatus>> failures{
+        {Answer::json("[]"), QVStatus::ERROR_SERIALIZATION},
+        {Answer::failure(Transport::connection), QVStatus::ERROR_NETWORK},
+        {Answer::with(403), QVStatus::ERROR_FORBIDDEN},
+        {Answer::with(600), QVStatus::ERROR_UNKNOWN},
+    };
+    for (const auto& [answer, status] : failures) {
+        const TrackCalls answers;
+        preferences().remove("quorvane_last_failed_stopped_location");
+        transport().answer("GET", "/locations/find", answer);
+
+        sync(answers, true);
+        settle();
+
+        ASSERT_EQ(answers.count(), 1U);
+        EXPECT_EQ(answers.first<0>(), status);
+        EXPECT_EQ(answers.first<1>(), nullptr);
+        EXPECT_EQ(QVState::getLastFailedStoppedLocation(), fixAt(0));
+    }
+}
+
+TEST_F(TrackTest, AStopThatFailsForWantOfAKeyIsStoredToo) {
+    preferences().remove("quorvane_access_key");
+
+    sync(calls, true);
+
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_PUBLISHABLE_KEY);
+    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), fixAt(0));
+}
+
+TEST_F(TrackTest, AStopThatIsNoPlaceOnEarthIsNotStored) {
+    failSyncs();
+
+    QVTrackingService::shared().track({{46.0, 0}, 10, 5, noon}, true, Source::MANUAL_LOCATION, false, calls.record());
+    settle();
+
+    EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_SERVER);
+    EXPECT_EQ(QVState::getLastFailedStoppedLocation(), std::nullopt);
+}
+
+TEST_F(TrackTest, AnAnswerWithoutABodyLeavesThePlaceAndItsFence) {
+    answerPlaces(market);
+    sync(calls);
+    settle();
+    transport().answer("GET", "/locations/find", Answer::with(204));
+
+    sync(calls);
+    settle();
+
+    const auto& events = std::get<1>(calls[1])->events;
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0]->type, Type::USER_EXITED_PLACE);
+    EXPECT_EQ(events[1]->type, Type::USER_EXITED_GEOFENCE);
+    EXPECT_EQ(events[1]->geofence->externalId, "market");
+}
+
 TEST_F(TrackTest, NeitherAMovingLocationNorAReplayedStopThatFailsIsStored) {
     failSyncs();
 

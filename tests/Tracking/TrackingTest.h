@@ -46,6 +46,7 @@ class TrackingTest : public APITest {
 protected:
     using Accuracy = QuorvaneTrackingOptions::DesiredAccuracy;
     using Asked = quorvane::testing::SimulatedLocations::Asked;
+    using Cause = observed::Tracking::Cause;
     using Call = quorvane::testing::RecordingDelegate::Call;
     using Kind = quorvane::testing::RecordingDelegate::Kind;
     using Source = QVLocationSource;
@@ -106,6 +107,16 @@ protected:
     }
 
     [[nodiscard]] std::vector<observed::Fix> fixes() const { return observer.of<observed::Fix>(); }
+
+    [[nodiscard]] bool isTracking() { return flag().value_or(false); }
+    /// Why tracking was switched on or off, time after time.
+    [[nodiscard]] std::vector<Cause> causes() const {
+        std::vector<Cause> result;
+        for (const observed::Tracking& change : observer.of<observed::Tracking>()) {
+            result.push_back(change.cause);
+        }
+        return result;
+    }
 
     /// The identifiers of the regions that are monitored.
     [[nodiscard]] std::vector<std::string> regions() {

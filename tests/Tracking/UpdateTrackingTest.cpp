@@ -7,7 +7,6 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-using Cause = observed::Tracking::Cause;
 
 class UpdateTrackingTest : public TrackingTest {
 protected:
@@ -16,18 +15,8 @@ protected:
         settle();
     }
 
-    [[nodiscard]] bool isTracking() { return flag().value_or(false); }
-
     /// Stores the options without starting to track.
     void set(const QuorvaneTrackingOptions& changed) { QVSettings::setTrackingOptions(changed); }
-
-    [[nodiscard]] std::vector<Cause> causes() {
-        std::vector<Cause> result;
-        for (const observed::Tracking& change : observer.of<observed::Tracking>()) {
-            result.push_back(change.cause);
-        }
-        return result;
-    }
 
     QuorvaneTrackingOptions options = *QuorvaneTrackingOptions::CONTINUOUS();
 };
@@ -65,6 +54,44 @@ TEST_F(UpdateTrackingTest, ThePreciseManagersAccuracyFollowsTheOptions) {
         update();
         EXPECT_EQ(precise().desiredAccuracy, metres);
     }
+}
+
+TEST_F(UpdateTrackingTest, OptionsOfAnEmptyObjectTrackAHundredMetresAccuratelyWithoutTimerAndGeofence) {
+    options.useMovingGeofence = true;
+    options.movingGeofenceRadius = 120;
+    track(options);
+    update(fixAt(0));
+
+    preferences().setString("quorvane_tracking_options", "{}");
+    update(fixAt(0));
+
+    EXPECT_TRUE(isTracking());
+    EXPECT_EQ(precise().desiredAccuracy, 100);
+    EXPECT_FALSE(lowPower().showsBackgroundIndicator);
+    EXPECT_EQ(observer.of<observed::UpdateTimer>().back().change, observed::UpdateTimer::Change::stopped);
+    EXPECT_THAT(regions(), IsEmpty());
+}
+
+TEST_F(UpdateTrackingTest, OptionsAndFlagAreThoseOfTheMomentWhenItHappens) {
+    set(options);
+    manager().updateTracking(std::nullopt);
+    options.desiredMovingUpdateInterval = 77;
+    set(options);
+    SignedInFlag::shared().set(true);
+
+    settle();
+
+    EXPECT_EQ(observer.of<observed::UpdateTimer>().back().interval, 77);
+}
+
+TEST_F(UpdateTrackingTest, EfficientMonitorsVisitsAndNothingElse) {
+    track(*QuorvaneTrackingOptions::EFFICIENT());
+    update(fixAt(0));
+
+    EXPECT_TRUE(precise().visits);
+    EXPECT_FALSE(precise().significantChanges);
+    EXPECT_FALSE(lowPower().updates);
+    EXPECT_THAT(regions(), IsEmpty());
 }
 
 TEST_F(UpdateTrackingTest, AMovingUserGetsTheTimerAndTheGeofenceForMoving) {
@@ -169,66 +196,6 @@ TEST_F(UpdateTrackingTest, TheEndOfTrackingEndsTimerGeofenceVisitsAndSignificant
     EXPECT_FALSE(precise().significantChanges);
     EXPECT_FALSE(lowPower().updates);
     EXPECT_THAT(causes(), ElementsAre(Cause::host, Cause::host));
-}
-
-TEST_F(UpdateTrackingTest, TrackingEndsOnceItsEndIsPast) {
-    setLogLevel(QVLogLevel::DEBUG);
-    options.stopTrackingAfter = noon + 60s;
-    track(options);
-    advance(60s);
-    update();
-    EXPECT_TRUE(isTracking());
-
-    manager().verbose = true;
-    advance(1ns);
-    update();
-
-    EXPECT_FALSE(isTracking());
-    EXPECT_THAT(messages(), Contains("Stopping time-based tracking; stopTrackingAfter = 2026-03-01 12:01:00 +0000"));
-    EXPECT_FALSE(lowPower().updates);
-    EXPECT_THAT(causes(), ElementsAre(Cause::host, Cause::stopDate));
-}
-
-TEST_F(UpdateTrackingTest, TrackingBeginsOnceItsBeginningIsPast) {
-    setLogLevel(QVLogLevel::INFO);
-    options.startTrackingAfter = noon + 60s;
-    set(options);
-    advance(60s);
-    update();
-    EXPECT_FALSE(isTracking());
-    EXPECT_FALSE(lowPower().updates);
-
-    advance(1ns);
-    update();
-
-    EXPECT_TRUE(isTracking());
-    EXPECT_THAT(messages(),
-                ElementsAre("Starting time-based tracking; startTrackingAfter = 2026-03-01 12:01:00 +0000"));
-    EXPECT_TRUE(lowPower().updates);
-}
-
-TEST_F(UpdateTrackingTest, WithABeginningThatIsPastAStopIsUndoneByTheNextUpdate) {
-    options.startTrackingAfter = noon - 60s;
-    track(options);
-
-    manager().stopTracking();
-    settle();
-
-    EXPECT_TRUE(isTracking());
-    EXPECT_TRUE(lowPower().updates);
-}
-
-TEST_F(UpdateTrackingTest, WithBothDatesPastTrackingAlternates) {
-    options.startTrackingAfter = noon - 120s;
-    options.stopTrackingAfter = noon - 60s;
-    set(options);
-    std::vector<bool> states;
-    for (int i = 0; i < 4; ++i) {
-        update();
-        states.push_back(isTracking());
-    }
-
-    EXPECT_THAT(states, ElementsAre(true, false, true, false));
 }
 
 TEST_F(UpdateTrackingTest, LogsWhatItGoesByWhileVerbose) {
