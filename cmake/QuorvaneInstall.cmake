@@ -15,7 +15,15 @@ set(quorvane_known_targets
     OpenSSL::SSL OpenSSL libssl
     Threads::Threads Threads -
     Qt6::Core Qt6Core Qt6Core
-    Qt6::Gui Qt6Gui Qt6Gui)
+    Qt6::Gui Qt6Gui Qt6Gui
+    Qt6::Quick Qt6Quick Qt6Quick
+    Qt6::Multimedia Qt6Multimedia Qt6Multimedia
+    Qt6::Svg Qt6Svg Qt6Svg
+    ZXing::ZXing ZXing zxing
+    Qt6::Network Qt6Network Qt6Network
+    Qt6::Positioning Qt6Positioning Qt6Positioning
+    Qt6::Sensors Qt6Sensors Qt6Sensors
+    Qt6::DBus Qt6DBus Qt6DBus)
 
 # quorvane_parts(<component>): sets <component>_parts (components of ours), _packages and _pkgconfig in the caller.
 function(quorvane_parts component)

@@ -1,0 +1,114 @@
+import QtQuick
+import QtQuick.Shapes
+
+Item {
+    id: screen
+
+    readonly property bool isWide: width > height
+    readonly property real margin: 24
+    // Beside the frame, or above and below it, there is room for a line of text and a button.
+    readonly property real longestFrame: isWide ? Math.min(height - 2 * margin, width - 2 * 160)
+                                                : Math.min(width - 2 * margin, height - 2 * 112)
+
+    width: 360
+    height: 640
+
+    Keys.onEscapePressed: cancel.tap()
+    Keys.onBackPressed: cancel.tap()
+
+    Item {
+        id: container
+        objectName: "containerView"
+        property string maskPath
+
+        anchors.fill: parent
+
+        Shape {
+            anchors.fill: parent
+
+            ShapePath {
+                fillColor: "#a6000000"
+                fillRule: ShapePath.OddEvenFill
+                strokeColor: "transparent"
+                strokeWidth: -1
+
+                PathSvg {
+                    path: container.maskPath
+                }
+            }
+        }
+    }
+
+    QtObject {
+        id: frameWidth
+        objectName: "scannerFrameWidth"
+        property real constant: 270
+    }
+
+    Rectangle {
+        id: frame
+        objectName: "scannerFrameView"
+
+        width: Math.round(Math.max(0, Math.min(frameWidth.constant, screen.longestFrame)))
+        height: width
+        x: Math.round((screen.width - width) / 2)
+        y: Math.round((screen.height - height) / 2)
+        color: "transparent"
+    }
+
+    Rectangle {
+        id: scanline
+        objectName: "scanlineView"
+
+        property real sweep: 0.5
+
+        x: frame.x + 12
+        y: Math.round(frame.y + frame.height * sweep - height / 2)
+        width: frame.width - 24
+        height: 2
+        color: "#ff453a"
+        visible: screen.state !== "failed"
+
+        SequentialAnimation on sweep {
+            running: screen.state === "scanning"
+            loops: Animation.Infinite
+
+            NumberAnimation { to: 0.9; duration: 1200; easing.type: Easing.InOutSine }
+            NumberAnimation { to: 0.1; duration: 2400; easing.type: Easing.InOutSine }
+            NumberAnimation { to: 0.5; duration: 1200; easing.type: Easing.InOutSine }
+        }
+    }
+
+    Text {
+        id: hint
+        objectName: "hintLabel"
+
+        x: screen.isWide ? frame.x + frame.width + screen.margin : screen.margin
+        y: screen.isWide ? Math.round((screen.height - height) / 2) : frame.y - height - screen.margin
+        width: screen.isWide ? screen.width - x - screen.margin : screen.width - 2 * screen.margin
+        horizontalAlignment: screen.isWide ? Text.AlignLeft : Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        color: "white"
+        font.pixelSize: 17
+        text: screen.state === "found" ? qsTr("Barcode found")
+            : screen.state === "failed" ? qsTr("The camera cannot be used")
+            : qsTr("Point the camera at a barcode")
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    CaptureButton {
+        id: cancel
+        objectName: "cancelControl"
+
+        x: Math.round(screen.isWide ? (frame.x - width) / 2 : (screen.width - width) / 2)
+        y: Math.round(screen.isWide ? (screen.height - height) / 2
+                                    : (frame.y + frame.height + screen.height - height) / 2)
+        focus: true
+        text: qsTr("Cancel")
+
+        KeyNavigation.tab: cancel
+        KeyNavigation.backtab: cancel
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <utility>
+
+namespace quorvane::capture {
+
+/// Lets a signal that only its name is known of call a function.
+class Action : public QObject {
+    Q_OBJECT
+
+public:
+    Action(std::function<void()> theFunction, QObject& parent) : QObject(&parent), function(std::move(theFunction)) {}
+
+public Q_SLOTS:
+    void perform() { function(); }
+
+private:
+    const std::function<void()> function;
+};
+
+} // namespace quorvane::capture

@@ -1,0 +1,133 @@
+#include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
+
+#include <QColor>
+#include <QPropertyAnimation>
+#include <QQmlProperty>
+#include <utility>
+
+#include "Internal/Views/EvenOddMask.h"
+#include "Platform/MainQueue.h"
+#include "Platform/Platform.h"
+#include "Platform/Precondition.h"
+
+namespace quorvane::capture {
+
+using platform::BarcodeType;
+
+std::shared_ptr<BarcodeScannerViewController> BarcodeScannerViewController::make(const Devices& devices) {
+    std::optional<InterfaceFile> file = InterfaceFile::named("BarcodeScannerViewController");
+    if (!file) {
+        return nullptr;
+    }
+    auto controller = std::make_shared<BarcodeScannerViewController>(*std::move(file), devices);
+    controller->metadataObjectTypes = {
+        BarcodeType::aztec,  BarcodeType::code128,    BarcodeType::code39,          BarcodeType::code39Mod43,
+        BarcodeType::code93, BarcodeType::dataMatrix, BarcodeType::interleaved2of5, BarcodeType::itf14,
+        BarcodeType::qr,     BarcodeType::ean8,       BarcodeType::ean13,           BarcodeType::pdf417,
+        BarcodeType::upce};
+    return controller;
+}
+
+BarcodeScannerViewController::BarcodeScannerViewController(InterfaceFile interfaceFile, const Devices& devices)
+    : ViewController(std::move(interfaceFile)), scannerView(new BarcodeScannerView(devices)) {}
+
+BarcodeScannerViewController::~BarcodeScannerViewController() {
+    scannerView->captureSession = nullptr;
+}
+
+void BarcodeScannerViewController::viewDidLoad() {
+    containerView = &connection(*content(), "containerView");
+    scanlineView = &connection(*content(), "scanlineView");
+    scannerFrameView = &connection(*content(), "scannerFrameView");
+    scannerFrameWidth = &connection<QObject>(*content(), "scannerFrameWidth");
+    connectAction(*content(), "cancelControl", [this] { cancelTapped(); });
+    scanlineColor = scanlineView->property("color");
+    scannerFrameWidth->setProperty("constant", frameWidthInContainer * containerView->width());
+    scannerView->metadataObjectTypes = metadataObjectTypes;
+    scannerView->delegate = std::shared_ptr<BarcodeScannerDelegate>(shared_from_this(), this);
+    scannerView->setParentItem(&view());
+    scannerView->stackBefore(content());
+    QQmlProperty::write(scannerFrameView, "border.width", 1.0);
+    QQmlProperty::write(scannerFrameView, "border.color", QColor(Qt::white));
+    const auto frameMoved = [this] { setNeedsLayout(); };
+    QObject::connect(scannerFrameView, &QQuickItem::xChanged, &view(), frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::yChanged, &view(), frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::widthChanged, &view(), frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::heightChanged, &view(), frameMoved);
+}
+
+void BarcodeScannerViewController::viewWillAppear() {
+    ++presentation;
+    scanlineView->setProperty("color", scanlineColor);
+    showState("scanning");
+    scannerView->clear();
+    scannerView->setup();
+    scannerView->start();
+}
+
+void BarcodeScannerViewController::viewWillLayoutSubviews() {
+    scannerView->setPosition({});
+    scannerView->setSize(view().size());
+}
+
+void BarcodeScannerViewController::viewDidLayoutSubviews() {
+    const QRectF frame = frameInContainer();
+    setEvenOddMask(*containerView, containerView->boundingRect(), frame);
+    scannerView->setAim(containerView->mapRectToItem(scannerView.get(), frame));
+}
+
+QRectF BarcodeScannerViewController::frameInContainer() const {
+    return scannerFrameView->mapRectToItem(containerView, scannerFrameView->boundingRect());
+}
+
+void BarcodeScannerViewController::viewDidDisappear() {
+    if (scannerView->captureSession) {
+        scannerView->captureSession->stopRunning();
+    }
+}
+
+void BarcodeScannerViewController::showState(const char* name) {
+    content()->setState(name);
+}
+
+void BarcodeScannerViewController::scanningDidFail() {
+    showState("failed");
+    if (const auto host = delegate.lock()) {
+        host->scanningDidFail();
+    }
+}
+
+void BarcodeScannerViewController::scanningDidStop() {
+    if (const auto host = delegate.lock()) {
+        host->scanningDidStop();
+    }
+}
+
+void BarcodeScannerViewController::scanningSucceeded(const std::string& code) {
+    showState("found");
+    auto* const turnGreen = new QPropertyAnimation(scanlineView, "color", scanlineView);
+    turnGreen->setDuration(greenMilliseconds);
+    turnGreen->setEndValue(QColor(Qt::green));
+    turnGreen->start(QAbstractAnimation::DeleteWhenStopped);
+    platform::current().mainQueue().postAfter(successDelay, lifetime.guard([this, code, scanned = presentation] {
+        const std::shared_ptr<ViewController> self = shared_from_this();
+        // A showing that began since then is another scan's.
+        if (scanned == presentation) {
+            dismiss(true);
+        }
+        if (const auto host = delegate.lock()) {
+            host->scanningSucceeded(code);
+        }
+    }));
+}
+
+void BarcodeScannerViewController::cancelTapped() {
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    if (scannerView->captureSession) {
+        scannerView->captureSession->stopRunning();
+    }
+    scanningDidStop();
+    dismiss(true);
+}
+
+} // namespace quorvane::capture

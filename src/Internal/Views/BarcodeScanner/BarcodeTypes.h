@@ -1,0 +1,42 @@
+#pragma once
+
+#define ZX_USE_UTF8
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <ZXing/BarcodeFormat.h>
+#include <ZXing/Result.h>
+
+#include "Platform/BarcodeReader.h"
+
+namespace quorvane::capture {
+
+/// The types that a reader is asked for, in the recogniser's terms.
+class AskedTypes {
+public:
+    explicit AskedTypes(const std::vector<platform::BarcodeType>& types);
+
+    [[nodiscard]] bool isEmpty() const { return asked.empty(); }
+    /// Codes of bars that check themselves, or whose ends cannot stand in their middle.
+    [[nodiscard]] ZXing::BarcodeFormats sureBars() const;
+    /// Those of which a part can look like a whole one.
+    [[nodiscard]] ZXing::BarcodeFormats unsureBars() const;
+    [[nodiscard]] ZXing::BarcodeFormats matrices() const;
+
+    /// What a result is called; none when nobody asked for it.
+    [[nodiscard]] std::optional<platform::BarcodeType> typeOf(const ZXing::Result& result) const;
+
+private:
+    [[nodiscard]] bool asksFor(platform::BarcodeType type) const;
+
+    std::vector<platform::BarcodeType> asked;
+    ZXing::BarcodeFormats formats;
+};
+
+/// As the code holds it, in UTF-8; none where it says that it holds bytes, or where its bytes are text in no character
+/// set that a code without a declared one is written in.
+[[nodiscard]] std::optional<std::string> textOf(const ZXing::Result& result);
+
+} // namespace quorvane::capture

@@ -1,0 +1,86 @@
+#include "Internal/Views/BarcodeScanner/CodeFinder.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <ZXing/ReadBarcode.h>
+
+namespace quorvane::capture {
+namespace {
+
+ZXing::ImageView viewOf(const GrayPicture& picture) {
+    return {picture.pixels.data(), picture.width, picture.height, ZXing::ImageFormat::Lum};
+}
+
+ZXing::DecodeHints hintsFor(ZXing::BarcodeFormats formats) {
+    return ZXing::DecodeHints().setFormats(formats).setTryHarder(true).setTryDownscale(false);
+}
+
+/// Of the four corners, by the shoelace formula.
+double areaOf(const ZXing::Position& corners) {
+    double twice = 0;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const ZXing::PointI& from = corners[i];
+        const ZXing::PointI& to = corners[(i + 1) % corners.size()];
+        twice += static_cast<double>(from.x) * to.y - static_cast<double>(to.x) * from.y;
+    }
+    return std::abs(twice) / 2;
+}
+
+} // namespace
+
+void CodeFinder::findBars(const GrayPicture& picture, Lines lines, bool alsoUpright, Sightings& found) const {
+    const auto find = [&](ZXing::BarcodeFormats formats, int count) {
+        if (formats.empty()) {
+            return false;
+        }
+        const auto hints =
+            hintsFor(formats).setTryRotate(alsoUpright).setMinLineCount(static_cast<std::uint8_t>(count));
+        const ZXing::Result result = ZXing::ReadBarcode(viewOf(picture), hints);
+        if (result.isValid()) {
+            add(result, picture, found);
+        }
+        return result.isValid();
+    };
+    if (!find(asked.sureBars(), lines.sure)) {
+        find(asked.unsureBars(), lines.unsure);
+    }
+}
+
+void CodeFinder::findMatrices(const GrayPicture& picture, ZXing::BarcodeFormats only, Sightings& found) const {
+    if (only.empty()) {
+        return;
+    }
+    for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(only))) {
+        if (result.isValid()) {
+            add(result, picture, found);
+        }
+    }
+}
+
+void CodeFinder::add(const ZXing::Result& result, const GrayPicture& picture, Sightings& found) const {
+    const auto type = asked.typeOf(result);
+    if (!type) {
+        return;
+    }
+    Sighting sighting;
+    sighting.barcode = {*type, textOf(result)};
+    sighting.content.assign(result.bytes().begin(), result.bytes().end());
+    const Placement& placement = picture.placement;
+    double column = 0;
+    double row = 0;
+    for (const ZXing::PointI& corner : result.position()) {
+        column += corner.x / 4.0;
+        row += corner.y / 4.0;
+    }
+    sighting.x = placement.x(column, row);
+    sighting.y = placement.y(column, row);
+    sighting.area =
+        areaOf(result.position()) * std::abs(placement.rightX * placement.downY - placement.rightY * placement.downX);
+    const auto isKnown = [&](const Sighting& other) { return sighting.agreesWith(other); };
+    if (std::none_of(found.begin(), found.end(), isKnown)) {
+        found.push_back(std::move(sighting));
+    }
+}
+
+} // namespace quorvane::capture

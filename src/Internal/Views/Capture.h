@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+
+#include "Platform/CaptureUI.h"
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace quorvane::platform {
+class Accelerometer;
+class BarcodeReaders;
+class Cameras;
+class SystemSound;
+} // namespace quorvane::platform
+
+/// The camera screens: `Quorvane::createBarcodeScanner` and `Quorvane::createImagePicker` answer screens once `install`
+/// was called. Main thread only, which is the thread of the Qt GUI application.
+///
+/// A screen belongs to the host that asked for it. It leaves the screen, and its camera stops, when the host lets go of
+/// it.
+namespace quorvane::capture {
+
+/// What the screens work with. The device's own where null.
+struct Devices {
+    std::shared_ptr<platform::Cameras> cameras;
+    std::shared_ptr<platform::BarcodeReaders> readers;
+    std::shared_ptr<platform::Accelerometer> accelerometer;
+    std::shared_ptr<platform::SystemSound> sounds;
+};
+
+/// Sets the maker of the camera screens for the platform in use; to be called after each `platform::install`.
+void install(Devices devices = {});
+
+/// Shows a screen: all over @p window, or all over @p item, whose size it follows, or in a window of its own. A screen
+/// that is shown stays where it is. Screens that are not this library's are a fatal error.
+void present(BarcodeScannerViewControllerType& screen, QQuickWindow& window, bool animated = true);
+void present(BarcodeScannerViewControllerType& screen, QQuickItem& item, bool animated = true);
+void present(BarcodeScannerViewControllerType& screen, bool animated = true);
+void present(platform::ImagePicker& screen, QQuickWindow& window, bool animated = true);
+void present(platform::ImagePicker& screen, QQuickItem& item, bool animated = true);
+void present(platform::ImagePicker& screen, bool animated = true);
+
+/// Leaves the screen; its delegate is not told. A picker has a `dismiss` of its own, which does the same.
+void dismiss(BarcodeScannerViewControllerType& screen, bool animated = true);
+
+} // namespace quorvane::capture

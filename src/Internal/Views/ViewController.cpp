@@ -1,0 +1,174 @@
+#include "Internal/Views/ViewController.h"
+
+#include <QPropertyAnimation>
+#include <utility>
+
+#include "Internal/Views/OwnWindow.h"
+
+namespace quorvane::capture {
+
+void ViewController::HideWindow::operator()(QQuickWindow* window) const {
+    window->hide();
+    window->deleteLater();
+}
+
+ViewController::ViewController(std::optional<InterfaceFile> theFile) : file(std::move(theFile)) {}
+
+ViewController::~ViewController() {
+    if (root) {
+        root->layout = nullptr;
+        root->removed = nullptr;
+    }
+}
+
+QQuickItem& ViewController::view() {
+    loadView();
+    return *root;
+}
+
+void ViewController::loadView() {
+    if (root) {
+        return;
+    }
+    root.reset(new RootView);
+    if (parent) {
+        root->setSize(parent->size());
+    }
+    if (file) {
+        items = file->instantiate();
+        if (parent) {
+            items->setSize(root->size());
+        } else {
+            root->setSize(items->size());
+        }
+        items->setParentItem(root.get());
+        items->setFocus(true);
+    }
+    viewDidLoad();
+    root->layout = [this] { layOut(); };
+    root->removed = [this] { wasRemoved(); };
+}
+
+void ViewController::layOut() {
+    viewWillLayoutSubviews();
+    if (items) {
+        items->setSize(root->size());
+    }
+    viewDidLayoutSubviews();
+}
+
+void ViewController::setNeedsLayout() {
+    root->setNeedsLayout();
+}
+
+void ViewController::present(QQuickItem& item, bool animated) {
+    if (presented) {
+        return;
+    }
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    if (shown) {
+        remove();
+    }
+    parent = &item;
+    presented = true;
+    shown = true;
+    loadView();
+    viewWillAppear();
+    if (!presented || !parent) {
+        remove();
+        return;
+    }
+    const auto follow = [view = root.get(), &item] { view->setSize(item.size()); };
+    QObject::connect(&item, &QQuickItem::widthChanged, root.get(), follow);
+    QObject::connect(&item, &QQuickItem::heightChanged, root.get(), follow);
+    follow();
+    layOut();
+    root->setEnabled(true);
+    root->setVisible(true);
+    root->setParentItem(&item);
+    if (QQuickWindow* const shownIn = root->window()) {
+        focusedBefore = shownIn->activeFocusItem();
+        root->forceActiveFocus(Qt::OtherFocusReason);
+    }
+    root->setOpacity(1);
+    if (animated) {
+        fade(0, 1);
+    }
+}
+
+void ViewController::present(QQuickWindow& window, bool animated) {
+    present(*window.contentItem(), animated);
+}
+
+void ViewController::present(bool animated) {
+    if (presented) {
+        return;
+    }
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    if (shown) {
+        remove();
+    }
+    ownWindow.reset(new OwnWindow([this] { closeRequested(); }));
+    present(*ownWindow->contentItem(), animated);
+    if (presented) {
+        ownWindow->show();
+    }
+}
+
+void ViewController::dismiss(bool animated) {
+    if (!presented) {
+        return;
+    }
+    presented = false;
+    root->setEnabled(false);
+    if (animated && root->window() != nullptr) {
+        fadeOut();
+    } else {
+        remove();
+    }
+}
+
+void ViewController::fade(double from, double to) {
+    if (transition) {
+        transition->stop();
+    }
+    transition = new QPropertyAnimation(root.get(), "opacity", root.get());
+    transition->setDuration(transitionMilliseconds);
+    transition->setStartValue(from);
+    transition->setEndValue(to);
+    transition->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+void ViewController::fadeOut() {
+    fade(root->opacity(), 0);
+    QObject::connect(transition, &QAbstractAnimation::finished, root.get(), [this] { remove(); });
+}
+
+void ViewController::remove() {
+    root->setParentItem(nullptr);
+    wasRemoved();
+}
+
+void ViewController::wasRemoved() {
+    if (!shown) {
+        return;
+    }
+    shown = false;
+    presented = false;
+    if (transition) {
+        transition->stop();
+    }
+    if (parent) {
+        parent->disconnect(root.get());
+    }
+    parent = nullptr;
+    root->setVisible(false);
+    ownWindow.reset();
+    if (focusedBefore) {
+        focusedBefore->forceActiveFocus(Qt::OtherFocusReason);
+    }
+    focusedBefore = nullptr;
+    viewDidDisappear();
+}
+
+} // namespace quorvane::capture

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <memory>
+#include <optional>
+
+#include "Internal/Views/InterfaceFile.h"
+#include "Internal/Views/ItemPointer.h"
+#include "Internal/Views/RootView.h"
+
+QT_BEGIN_NAMESPACE
+class QPropertyAnimation;
+QT_END_NAMESPACE
+
+namespace quorvane::capture {
+
+/// A screen and its life: loaded when it is first shown, shown in an item, over a window or in a window of its own, and
+/// taken away by `dismiss`, with the last pointer to it, or with what it is shown in. Main thread only.
+///
+/// Handlers that call a host hold `shared_from_this()` meanwhile: the host may let go of the screen.
+class ViewController : public std::enable_shared_from_this<ViewController> {
+public:
+    static constexpr int transitionMilliseconds = 250;
+
+    ViewController(const ViewController&) = delete;
+    ViewController& operator=(const ViewController&) = delete;
+    /// What is shown goes at once, without a call of the hooks below.
+    virtual ~ViewController();
+
+    /// Shows the screen all over @p item, whose size it follows. A screen that is shown stays where it is.
+    void present(QQuickItem& item, bool animated);
+    void present(QQuickWindow& window, bool animated);
+    /// In a window of its own.
+    void present(bool animated);
+    /// Takes the screen away. While it fades it takes no input.
+    virtual void dismiss(bool animated);
+    /// From `present` to `dismiss`.
+    [[nodiscard]] bool isPresented() const { return presented; }
+
+    /// The whole screen; loads it where it is not loaded.
+    [[nodiscard]] QQuickItem& view();
+    [[nodiscard]] QQuickWindow* window() const { return root == nullptr ? nullptr : root->window(); }
+
+protected:
+    /// @p theFile fills the screen; none leaves it empty.
+    explicit ViewController(std::optional<InterfaceFile> theFile);
+
+    /// The interface file's outermost item; null where there is no file. Only once the view is loaded.
+    [[nodiscard]] QQuickItem* content() const { return items.get(); }
+    /// Lays out once more, before the next picture is drawn.
+    void setNeedsLayout();
+
+    /// Once, before the screen is shown for the first time, and with the size that it will have.
+    virtual void viewDidLoad() {}
+    /// Before each showing.
+    virtual void viewWillAppear() {}
+    /// The screen has its new size, and what fills it has not.
+    virtual void viewWillLayoutSubviews() {}
+    virtual void viewDidLayoutSubviews() {}
+    /// The screen is gone, after `dismiss` or with what it was shown in.
+    virtual void viewDidDisappear() {}
+    /// The user closes the screen's own window.
+    virtual void closeRequested() { dismiss(false); }
+
+private:
+    struct HideWindow {
+        void operator()(QQuickWindow* window) const;
+    };
+
+    void loadView();
+    void layOut();
+    void fade(double from, double to);
+    void fadeOut();
+    void remove();
+    void wasRemoved();
+
+    const std::optional<InterfaceFile> file;
+    std::unique_ptr<QQuickWindow, HideWindow> ownWindow;
+    ItemPointer<RootView> root;
+    ItemPointer<QQuickItem> items;
+    QPointer<QQuickItem> parent;
+    QPointer<QQuickItem> focusedBefore;
+    QPointer<QPropertyAnimation> transition;
+    bool presented = false;
+    /// In a scene: presented, or on its way out.
+    bool shown = false;
+};
+
+} // namespace quorvane::capture
