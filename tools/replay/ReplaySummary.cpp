@@ -103,9 +103,9 @@ ReplaySummary::ReplaySummary() {
 }
 
 void ReplaySummary::count(const observed::Observation& observation) {
+    tracking.count(observation);
     if (const auto* const fix = std::get_if<observed::Fix>(&observation)) {
         ++fixes[nameOf(fix->outcome)];
-        stops += fix->stoppedAfter && !fix->stoppedBefore ? 1 : 0;
         if (fix->sync) {
             ++decisions[nameOf(fix->sync->rule)];
         }
@@ -114,10 +114,6 @@ void ReplaySummary::count(const observed::Observation& observation) {
         for (const auto& event : sync->events) {
             ++events[nameOf(event->type)];
         }
-    } else if (const auto* const fence = std::get_if<observed::Geofence>(&observation)) {
-        geofences += fence->isPlaced ? 1 : 0;
-    } else if (const auto* const grant = std::get_if<observed::BackgroundGrant>(&observation)) {
-        grants += grant->change == observed::BackgroundGrant::Change::begun ? 1 : 0;
     }
 }
 
@@ -128,11 +124,11 @@ AnyCodable::Dictionary ReplaySummary::document() const {
             {"seconds", secondsOf(duration)},
             {"fixes", documentOf(fixes)},
             {"decisions", documentOf(decisions)},
-            {"stops", stops},
+            {"stops", tracking.stops},
             {"syncs", documentOf(syncs)},
             {"events", documentOf(events)},
-            {"geofences", geofences},
-            {"grants", grants},
+            {"geofences", tracking.geofences},
+            {"grants", tracking.backgroundGrants},
             {"launches", usage.launches},
             {"wakeUps", usage.wakeUps},
             {"timerWakeUps", usage.timerWakeUps},
@@ -153,13 +149,13 @@ std::vector<SummaryRow> summaryRows(const Summaries& summaries) {
     lines.counts("  dropped: ", &ReplaySummary::fixes, nameOf(Outcome::processed));
     lines.count("  sent", [](const ReplaySummary& one) { return one.decisions.at(nameOf(Rule::send)); });
     lines.counts("  not sent: ", &ReplaySummary::decisions, nameOf(Rule::send));
-    lines.count("stops", [](const ReplaySummary& one) { return one.stops; });
+    lines.count("stops", [](const ReplaySummary& one) { return one.tracking.stops; });
     lines.count("syncs", [](const ReplaySummary& one) { return total(one.syncs); });
     lines.counts("  ", &ReplaySummary::syncs);
     lines.count("events", [](const ReplaySummary& one) { return total(one.events); });
     lines.counts("  ", &ReplaySummary::events);
-    lines.count("geofences", [](const ReplaySummary& one) { return one.geofences; });
-    lines.count("background grants", [](const ReplaySummary& one) { return one.grants; });
+    lines.count("geofences", [](const ReplaySummary& one) { return one.tracking.geofences; });
+    lines.count("background grants", [](const ReplaySummary& one) { return one.tracking.backgroundGrants; });
     lines.count("wake-ups", [](const ReplaySummary& one) { return one.usage.wakeUps; });
     lines.count("wake-ups by timers", [](const ReplaySummary& one) { return one.usage.timerWakeUps; });
     lines.count("requests for a fix", [](const ReplaySummary& one) { return one.usage.fixRequests; });

@@ -10,6 +10,7 @@
 #include "JSON/AnyCodable.h"
 #include "Tracking/Observed.h"
 #include "testing/PhoneEvents.h"
+#include "testing/TrackingSummary.h"
 
 namespace quorvane::tool {
 
@@ -28,13 +29,12 @@ struct ReplaySummary {
     /// Fixes that were decided on, by outcome; the processed ones by what became of the sync.
     Counts fixes;
     Counts decisions;
-    std::size_t stops = 0;
     /// By status.
     Counts syncs;
     /// By type.
     Counts events;
-    std::size_t geofences = 0;
-    std::size_t grants = 0;
+    /// The numbers that need no names.
+    testing::TrackingSummary tracking;
     testing::phone::Usage usage;
 
     ReplaySummary();
