@@ -7,7 +7,10 @@
 
 namespace quorvane::platform {
 
-/// What acts on the device, in units of standard gravity (9.80665 m/s^2) along its axes as the user holds it upright:
+/// Metres per square second.
+inline constexpr double standardGravity = 9.80665;
+
+/// What acts on the device, in units of standard gravity along its axes as the user holds it upright:
 /// x to the right, y to the top, z towards the user. At rest and upright: 0, -1, 0.
 struct Acceleration {
     double x = 0;
@@ -18,7 +21,7 @@ struct Acceleration {
 /// Reads the device's accelerometer. One for each user of it; main thread only.
 class MotionManager {
 public:
-    /// Called on the main queue; none when a sample could not be read.
+    /// Called on the main queue, and for none when a sample could not be read.
     using Handler = std::function<void(const std::optional<Acceleration>&)>;
 
     MotionManager() = default;
@@ -28,7 +31,8 @@ public:
     virtual ~MotionManager() = default;
 
     [[nodiscard]] virtual bool isAccelerometerAvailable() const = 0;
-    /// Calls @p handler every @p interval until the manager is gone.
+    /// Calls @p handler every @p interval until the manager is gone or another handler takes its place, never inside
+    /// this call; it may destroy the manager. Without an accelerometer nothing happens.
     virtual void startAccelerometerUpdates(std::chrono::nanoseconds interval, Handler handler) = 0;
 };
 
