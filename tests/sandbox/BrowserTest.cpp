@@ -1,5 +1,5 @@
-#include "sandbox/Browser.h"
 #include "sandbox/TaskFixture.h"
+#include "support/Browser.h"
 
 namespace quorvane::sandbox::test {
 namespace {
@@ -54,7 +54,7 @@ protected:
         ASSERT_EQ(respond(pixelPhoto()).status(), 200);
     }
 
-    Browser browser;
+    quorvane::testing::Browser browser;
 };
 
 TEST_F(BrowserTest, TheMapShowsEveryPlaceAndTaskAndItsScale) {

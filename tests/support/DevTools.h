@@ -7,7 +7,7 @@
 
 #include "JSON/AnyCodable.h"
 
-namespace quorvane::sandbox::test {
+namespace quorvane::testing {
 
 /// A browser as a child process, driven by the DevTools protocol over two pipes: no port is needed. Killed at the end.
 class DevTools {
@@ -41,4 +41,4 @@ private:
     std::vector<AnyCodable::Dictionary> events;
 };
 
-} // namespace quorvane::sandbox::test
+} // namespace quorvane::testing

@@ -1,4 +1,4 @@
-#include "sandbox/Browser.h"
+#include "support/Browser.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -7,7 +7,7 @@
 
 #include "JSON/JSON.h"
 
-namespace quorvane::sandbox::test {
+namespace quorvane::testing {
 namespace {
 
 using Object = AnyCodable::Dictionary;
@@ -181,4 +181,4 @@ std::vector<std::string> Browser::complaints() {
     return texts;
 }
 
-} // namespace quorvane::sandbox::test
+} // namespace quorvane::testing

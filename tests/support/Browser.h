@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "JSON/AnyCodable.h"
-#include "sandbox/DevTools.h"
+#include "support/DevTools.h"
 #include "support/ScratchDirectory.h"
 
-namespace quorvane::sandbox::test {
+namespace quorvane::testing {
 
 /// One page in Chromium without a window. It keeps its files in a folder of its own, which is removed at the end.
 /// Whatever goes wrong is a `std::runtime_error`.
@@ -34,6 +34,8 @@ public:
     /// Presses the button of the mouse so many pixels from the middle of an element, moves it by (@p dx, @p dy) and
     /// lets it go.
     void drag(const std::string& selector, int x, int y, int dx, int dy);
+    /// Presses and lets go a key: its name and its number as the DOM has them, and the text that it writes.
+    void press(const std::string& key, int code, const std::string& text = "");
     /// In place of what stands in a field.
     void type(const std::string& selector, const std::string& text);
     /// The same, and then the Enter key.
@@ -46,11 +48,10 @@ public:
 
 private:
     [[nodiscard]] AnyCodable evaluate(const std::string& expression);
-    void press(const std::string& key, int code, const std::string& text);
     void mouse(const std::string& type, double x, double y, int buttons);
 
-    quorvane::testing::ScratchDirectory folder;
+    ScratchDirectory folder;
     std::unique_ptr<DevTools> tools;
 };
 
-} // namespace quorvane::sandbox::test
+} // namespace quorvane::testing

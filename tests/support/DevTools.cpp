@@ -1,4 +1,4 @@
-#include "sandbox/DevTools.h"
+#include "support/DevTools.h"
 
 #include <array>
 #include <csignal>
@@ -14,7 +14,7 @@
 
 #include "JSON/JSON.h"
 
-namespace quorvane::sandbox::test {
+namespace quorvane::testing {
 namespace {
 
 using Object = AnyCodable::Dictionary;
@@ -144,4 +144,4 @@ AnyCodable::Dictionary DevTools::nextMessage() {
     return std::get<Object>(std::move(message.value));
 }
 
-} // namespace quorvane::sandbox::test
+} // namespace quorvane::testing
