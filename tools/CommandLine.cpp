@@ -15,6 +15,7 @@
 #include "tools/commands/Search.h"
 #include "tools/commands/SignIn.h"
 #include "tools/commands/Tasks.h"
+#include "tools/commands/Track.h"
 
 namespace quorvane::tool {
 namespace {
@@ -88,6 +89,7 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     addRewards(program, line.command);
     addDeviceInfo(program, line.command);
     addReplay(program, line.command);
+    addTrack(program, line.command);
     addDemo(program, line.command);
     try {
         program.parse(argumentCount, arguments);
@@ -100,8 +102,8 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     }
     if (!line.command) {
         throw WrongForm(
-            "name one of the commands sign-in, search, tasks, places, rewards, device, replay and demo; --help "
-            "explains them");
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
+            "--help explains them");
     }
     return line;
 }

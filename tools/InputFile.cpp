@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -31,6 +32,10 @@ bool has(const AnyCodable::Dictionary& object, std::string_view name) {
 
 std::string nameOfFile(const std::string& path) {
     return path == "-" ? "standard input" : printable(path);
+}
+
+std::string baseName(const std::string& path) {
+    return printable(std::filesystem::path(path).filename().string());
 }
 
 std::string contentOf(const std::string& path) {

@@ -21,6 +21,8 @@ namespace quorvane::tool {
 
 /// What a file is called in a sentence.
 [[nodiscard]] std::string nameOfFile(const std::string& path);
+/// What a file is called, wherever it lies.
+[[nodiscard]] std::string baseName(const std::string& path);
 
 /// A model from one of the texts of the file at @p path. Throws a `Failure`.
 template <class Model>

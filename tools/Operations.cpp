@@ -42,8 +42,8 @@ TasksFound findTasks(Session& session, const platform::Coordinate& near, int rad
 }
 
 Claimed claim(Session& session, const std::shared_ptr<QVTask>& task, const std::optional<platform::Coordinate>& here) {
-    session.platform().locationManagers().setLastLocation(here ? std::optional(locationAt(session, *here))
-                                                               : std::nullopt);
+    session.platform().fixedLocations().setLastLocation(here ? std::optional(locationAt(session, *here))
+                                                             : std::nullopt);
     Claimed claimed;
     bool isAnswered = false;
     Quorvane::Tasks::claim(task, [&](QVStatus status, const std::shared_ptr<QVTask>& answer) {

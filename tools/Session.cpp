@@ -14,6 +14,7 @@
 #include "tools/Failure.h"
 #include "tools/Interruption.h"
 #include "tools/Terminal.h"
+#include "tools/ToolPlatform.h"
 
 namespace quorvane::tool {
 namespace {
@@ -45,12 +46,15 @@ std::vector<platform::LoopbackPort> loopbackPorts(const GlobalOptions& options) 
     return ports;
 }
 
-Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::function<void(std::string_view)> output)
+Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::function<void(std::string_view)> output,
+                 const PlatformMaker& make)
     : options(theOptions), terminal(theTerminal) {
     if (!output) {
         output = [&theTerminal](std::string_view line) { theTerminal.log(line); };
     }
-    platformInUse = std::make_shared<ToolPlatform>(nativeOptions(options, std::move(output)), options.logLevel);
+    platform::NativeOptions native = nativeOptions(options, std::move(output));
+    platformInUse = make ? make(std::move(native), options.logLevel)
+                         : std::make_shared<RunPlatform<platform::NativePlatform>>(std::move(native), options.logLevel);
     platform::install(platformInUse);
 }
 
@@ -62,14 +66,13 @@ void Session::configure() {
     // What stands before the access key chooses the environment, which only requests need.
     constexpr std::size_t prefix = 9;
     if (!isConfigured()) {
-        platformInUse->stored().setString(preference::accessKey,
-                                          options.key.substr(std::min(prefix, options.key.size())));
+        stored().setString(preference::accessKey, options.key.substr(std::min(prefix, options.key.size())));
     }
 }
 
 void Session::signIn() {
     // The library never comes back from setting another user than the stored one.
-    const std::optional<std::string> user = platformInUse->stored().string(preference::userId);
+    const std::optional<std::string> user = stored().string(preference::userId);
     if (user && *user != QVUtils::getDeviceId()) {
         throw Failure("the preferences in " + platformInUse->home() + " belong to another device; name another --home");
     }

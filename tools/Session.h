@@ -7,10 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "Core/Enumerations.h"
 #include "Core/QVStatus.h"
 #include "Platform/Location.h"
+#include "Platform/Native/NativePlatform.h"
 #include "tools/Options.h"
-#include "tools/ToolPlatform.h"
 
 namespace quorvane::tool {
 
@@ -23,15 +24,21 @@ class Terminal;
 /// thread only, one at a time.
 class Session {
 public:
+    /// Makes the platform of the session.
+    using PlatformMaker = std::function<std::shared_ptr<platform::NativePlatform>(platform::NativeOptions options,
+                                                                                  std::optional<QVLogLevel> logLevel)>;
+
     /// @p output gets what the platform prints, the log of the SDK among it, a line at a time; by default standard
-    /// error does.
+    /// error does. Without @p make the platform is the native one.
     Session(const GlobalOptions& theOptions, Terminal& theTerminal,
-            std::function<void(std::string_view line)> output = {});
+            std::function<void(std::string_view line)> output = {}, const PlatformMaker& make = {});
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session();
 
-    [[nodiscard]] ToolPlatform& platform() { return *platformInUse; }
+    [[nodiscard]] platform::NativePlatform& platform() { return *platformInUse; }
+    /// What is stored, whatever the log level of this run.
+    [[nodiscard]] platform::PreferencesStore& stored() { return platformInUse->NativePlatform::preferences(); }
 
     /// Gives the library its key and nothing more: for what it answers without a request. A key that is stored stays.
     void configure();
@@ -55,7 +62,7 @@ private:
 
     const GlobalOptions& options;
     Terminal& terminal;
-    std::shared_ptr<ToolPlatform> platformInUse;
+    std::shared_ptr<platform::NativePlatform> platformInUse;
 };
 
 } // namespace quorvane::tool

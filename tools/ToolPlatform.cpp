@@ -1,7 +1,6 @@
 #include "tools/ToolPlatform.h"
 
 #include <string>
-#include <utility>
 
 #include "Core/PreferenceKeys.h"
 #include "testing/MemoryPreferences.h"
@@ -9,25 +8,25 @@
 
 namespace quorvane::tool {
 
-struct ToolPlatform::Overlay {
+struct RunPreferences::Overlay {
     explicit Overlay(platform::PreferencesStore& stored) : store(stored, memory, std::string(preference::logLevel)) {}
 
     testing::MemoryPreferences memory;
     OverlayPreferences store;
 };
 
-ToolPlatform::ToolPlatform(platform::NativeOptions options, std::optional<QVLogLevel> logLevel)
-    : NativePlatform(std::move(options)) {
+RunPreferences::RunPreferences(platform::PreferencesStore& theStored, std::optional<QVLogLevel> logLevel)
+    : stored(theStored) {
     if (logLevel) {
-        overlay = std::make_unique<Overlay>(stored());
+        overlay = std::make_unique<Overlay>(stored);
         overlay->store.setInteger(preference::logLevel, static_cast<int>(*logLevel));
     }
 }
 
-ToolPlatform::~ToolPlatform() = default;
+RunPreferences::~RunPreferences() = default;
 
-platform::PreferencesStore& ToolPlatform::preferences() {
-    return overlay ? overlay->store : stored();
+platform::PreferencesStore& RunPreferences::store() {
+    return overlay ? overlay->store : stored;
 }
 
 } // namespace quorvane::tool

@@ -8,21 +8,34 @@
 
 namespace quorvane::tool {
 
-/// The native platform, with a log level of this run on top of the stored one.
-class ToolPlatform final : public platform::NativePlatform {
+/// Preferences with a log level of this run on top of the stored one.
+class RunPreferences {
 public:
-    /// Without @p logLevel the stored level counts.
-    ToolPlatform(platform::NativeOptions options, std::optional<QVLogLevel> logLevel);
-    ~ToolPlatform() override;
+    /// Without @p logLevel the stored level counts. @p theStored outlives this.
+    RunPreferences(platform::PreferencesStore& theStored, std::optional<QVLogLevel> logLevel);
+    ~RunPreferences();
 
-    [[nodiscard]] platform::PreferencesStore& preferences() override;
-
-    /// What is stored, whatever the log level of this run.
-    [[nodiscard]] platform::PreferencesStore& stored() { return NativePlatform::preferences(); }
+    [[nodiscard]] platform::PreferencesStore& store();
 
 private:
     struct Overlay;
+
+    platform::PreferencesStore& stored;
     std::unique_ptr<Overlay> overlay;
+};
+
+/// A platform, the native one or another that stands on it, with preferences of this run.
+template <class Base>
+class RunPlatform final : public Base {
+public:
+    template <class Options>
+    RunPlatform(Options options, std::optional<QVLogLevel> logLevel)
+        : Base(std::move(options)), own(Base::preferences(), logLevel) {}
+
+    [[nodiscard]] platform::PreferencesStore& preferences() override { return own.store(); }
+
+private:
+    RunPreferences own;
 };
 
 } // namespace quorvane::tool

@@ -27,11 +27,11 @@ INSTANTIATE_TEST_SUITE_P(
     Forms, WrongCommandLine,
     ::testing::Values(
         WrongLine{Arguments{},
-                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay and demo; --help "
-                  "explains them"},
+                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
+                  "--help explains them"},
         WrongLine{{"--json"},
-                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay and demo; --help "
-                  "explains them"},
+                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
+                  "--help explains them"},
         WrongLine{{"fly"}, "the following argument was not expected: fly"},
         WrongLine{{"sign-in", "device"}, "the following argument was not expected: device"},
         WrongLine{{"sign-in", "--user", "u"}, "the following arguments were not expected: u --user"},

@@ -65,7 +65,7 @@ void print(std::string_view name, const std::string& value, Terminal& terminal) 
 
 AnyCodable::Dictionary showDevice(const GlobalOptions& options, Terminal& terminal) {
     Session session(options, terminal);
-    const AnyCodable::Dictionary stored = storedIn(session.platform().stored());
+    const AnyCodable::Dictionary stored = storedIn(session.stored());
     const std::string identifier = QVUtils::getDeviceId();
     const std::string model = QVUtils::getDeviceModel();
     const std::string version = session.platform().device().systemVersion();

@@ -1,7 +1,6 @@
 #include "tools/commands/Replay.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,8 +13,8 @@
 #include "tools/Arguments.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
+#include "tools/NamedOptions.h"
 #include "tools/Terminal.h"
-#include "tools/Text.h"
 #include "tools/replay/ReplayOutput.h"
 #include "tools/replay/ReplayPage.h"
 #include "tools/replay/ReplayRun.h"
@@ -33,35 +32,6 @@ struct ReplayOptions {
     std::string output;
     bool compares = false;
 };
-
-bool isPreset(const std::string& name) {
-    return name == "continuous" || name == "responsive" || name == "efficient";
-}
-
-/// Of a file, wherever it lies.
-std::string baseName(const std::string& path) {
-    return printable(std::filesystem::path(path).filename().string());
-}
-
-NamedOptions optionsCalled(const std::string& name) {
-    for (const NamedOptions& preset : presets()) {
-        if (preset.name == name) {
-            return preset;
-        }
-    }
-    auto fromFile = modelIn<QuorvaneTrackingOptions>(name, contentOf(name));
-    return {baseName(name),
-            [options = std::move(fromFile)]() -> std::shared_ptr<QuorvaneTrackingOptions> { return options; }};
-}
-
-/// A preset, or what can be taken for the name of a file.
-std::string optionsIn(const std::string& text) {
-    if (!isPreset(text) && text.find_first_of("./") == std::string::npos) {
-        throw WrongForm("--options takes continuous, responsive, efficient or the name of a .json file, not \"" + text +
-                        "\"");
-    }
-    return text;
-}
 
 Format formatIn(const std::string& text) {
     if (text == "text") {

@@ -192,12 +192,6 @@ private:
 
 } // namespace
 
-std::vector<NamedOptions> presets() {
-    return {{"continuous", QuorvaneTrackingOptions::CONTINUOUS},
-            {"responsive", QuorvaneTrackingOptions::RESPONSIVE},
-            {"efficient", QuorvaneTrackingOptions::EFFICIENT}};
-}
-
 ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global) {
     return Run(input, readers, global).carryOut();
 }

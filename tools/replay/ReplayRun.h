@@ -8,27 +8,17 @@
 #include <vector>
 
 #include "Core/QuorvaneDelegate.h"
-#include "Models/QuorvaneTrackingOptions.h"
 #include "Platform/HTTPTransport.h"
 #include "Platform/Platform.h"
 #include "testing/DecisionLog.h"
 #include "testing/Track.h"
+#include "tools/NamedOptions.h"
 #include "tools/Options.h"
 #include "tools/replay/ReplayListener.h"
 #include "tools/replay/ReplayService.h"
 #include "tools/replay/ReplaySummary.h"
 
 namespace quorvane::tool {
-
-/// Tracking options and what they are called.
-struct NamedOptions {
-    std::string name;
-    /// Called with a platform in use.
-    std::function<std::shared_ptr<QuorvaneTrackingOptions>()> make;
-};
-
-/// The presets, from the one that does most to the one that does least.
-[[nodiscard]] std::vector<NamedOptions> presets();
 
 /// What is replayed.
 struct ReplayInput {

@@ -100,7 +100,10 @@ Application& NativePlatform::application() {
 Device& NativePlatform::device() {
     return parts->device;
 }
-FixedLocationManagerFactory& NativePlatform::locationManagers() {
+LocationManagerFactory& NativePlatform::locationManagers() {
+    return fixedLocations();
+}
+FixedLocationManagerFactory& NativePlatform::fixedLocations() {
     return parts->locationManagers;
 }
 const std::string& NativePlatform::home() const {

@@ -64,8 +64,11 @@ public:
     [[nodiscard]] FileManager& files() override;
     [[nodiscard]] Application& application() override;
     [[nodiscard]] Device& device() override;
-    /// Knows no location, unless a program that is told one sets it.
-    [[nodiscard]] FixedLocationManagerFactory& locationManagers() override;
+    /// `fixedLocations()`.
+    [[nodiscard]] LocationManagerFactory& locationManagers() override;
+
+    /// Know no location, unless a program that is told one sets it.
+    [[nodiscard]] FixedLocationManagerFactory& fixedLocations();
 
     /// The home in use as an absolute path; empty when no place for one is known.
     [[nodiscard]] const std::string& home() const;

@@ -6,7 +6,9 @@ namespace quorvane::platform::contract {
 namespace {
 
 std::unique_ptr<Rig> makeQtRig() {
-    return std::make_unique<NativeRig>(&QtPlatform::make);
+    return std::make_unique<NativeRig>([](NativeOptions options) {
+        return QtPlatform::make({std::move(options), {}});
+    });
 }
 
 QUORVANE_INSTANTIATE_CONTRACTS(Qt, &makeQtRig);

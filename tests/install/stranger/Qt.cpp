@@ -13,7 +13,7 @@ int main() {
     options.home = home;
     bool ran = false;
     {
-        const auto platform = quorvane::platform::QtPlatform::make(options);
+        const auto platform = quorvane::platform::QtPlatform::make({options, {}});
         quorvane::platform::install(platform);
         platform->mainQueue().postAfter(std::chrono::milliseconds(1), [&] {
             ran = true;

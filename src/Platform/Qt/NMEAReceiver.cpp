@@ -1,0 +1,175 @@
+#include "Platform/Qt/NMEAReceiver.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QNmeaPositionInfoSource>
+#include <QTcpSocket>
+#include <QTimeZone>
+#include <cmath>
+#include <utility>
+
+#include "Platform/Clock.h"
+#include "Platform/Qt/NMEARecording.h"
+#include "Platform/Qt/NMEASerial.h"
+
+namespace quorvane::platform::qt {
+namespace {
+
+/// Metres: the accuracy of a fix of which no dilution is told.
+constexpr double defaultAccuracy = 10;
+/// Qt multiplies it with twice the dilution: 5 metres for each unit of that.
+constexpr double rangeError = 2.5;
+
+/// Sentences of receivers that tell the time of day and no date, as GGA does, are of today.
+class Sentences final : public QNmeaPositionInfoSource {
+public:
+    Sentences() : QNmeaPositionInfoSource(RealTimeMode) { setUserEquivalentRangeError(rangeError); }
+
+protected:
+    bool parsePosInfoFromNmeaData(const char* data, int size, QGeoPositionInfo* info, bool* hasFix) override {
+        const bool isRead = QNmeaPositionInfoSource::parsePosInfoFromNmeaData(data, size, info, hasFix);
+        const QDateTime told = info->timestamp();
+        if (isRead && told.time().isValid() && !told.date().isValid()) {
+            info->setTimestamp(QDateTime(QDateTime::currentDateTimeUtc().date(), told.time(), Qt::UTC));
+        }
+        return isRead;
+    }
+};
+
+/// Says where the sentences come from: "the NMEA file ride.nmea".
+struct Name {
+    std::string operator()(const GeoClue&) const { return {}; }
+    std::string operator()(const NMEAFile& file) const { return "the NMEA file " + file.path; }
+    std::string operator()(const NMEASerialPort& port) const { return "the serial port " + port.device; }
+    std::string operator()(const NMEASocket& server) const {
+        return "the NMEA server " + server.host + ":" + std::to_string(server.port);
+    }
+};
+
+struct MakeDevice {
+    std::unique_ptr<QIODevice> operator()(const GeoClue&) const { return nullptr; }
+    std::unique_ptr<QIODevice> operator()(const NMEAFile& file) const {
+        return std::make_unique<NMEARecording>(QFile::decodeName(file.path.c_str()));
+    }
+    std::unique_ptr<QIODevice> operator()(const NMEASerialPort& port) const {
+        return std::make_unique<NMEASerial>(QFile::decodeName(port.device.c_str()), port.baudRate);
+    }
+    std::unique_ptr<QIODevice> operator()(const NMEASocket&) const { return std::make_unique<QTcpSocket>(); }
+};
+
+double attribute(const QGeoPositionInfo& info, QGeoPositionInfo::Attribute name, double otherwise) {
+    const double value = info.hasAttribute(name) ? info.attribute(name) : otherwise;
+    return std::isfinite(value) ? value : otherwise;
+}
+
+} // namespace
+
+NMEAReceiver::NMEAReceiver(const Clock& theClock, PositionSource theSource, Listener theListener)
+    : clock(theClock), source(std::move(theSource)), listener(std::move(theListener)) {
+    retry.setSingleShot(true);
+    QObject::connect(&retry, &QTimer::timeout, &retry, [this] { open(); });
+}
+
+NMEAReceiver::~NMEAReceiver() = default;
+
+void NMEAReceiver::want(const DerivedLocations::Demand& demand) {
+    isWanted = wantsAnything(demand);
+    if (!isWanted) {
+        retry.stop();
+        if (!isRecording()) {
+            close();
+        }
+    } else if (device == nullptr && (!isRecording() || problem.empty())) {
+        retry.start(0);
+    } else if (demand.request && !problem.empty()) {
+        failLater();
+    }
+}
+
+void NMEAReceiver::open() {
+    if (!isWanted || device != nullptr) {
+        return;
+    }
+    problem.clear();
+    context = std::make_unique<QObject>();
+    device = std::visit(MakeDevice(), source);
+    QObject::connect(
+        device.get(), &QIODevice::readChannelFinished, context.get(), [this] { end(); }, Qt::QueuedConnection);
+    if (auto* const socket = qobject_cast<QTcpSocket*>(device.get())) {
+        const auto& server = std::get<NMEASocket>(source);
+        QObject::connect(socket, &QTcpSocket::connected, context.get(), [this] { listen(); });
+        QObject::connect(
+            socket, &QTcpSocket::errorOccurred, context.get(), [this] { end(); }, Qt::QueuedConnection);
+        socket->connectToHost(QString::fromStdString(server.host), server.port, QIODevice::ReadOnly);
+    } else if (device->open(QIODevice::ReadOnly)) {
+        listen();
+    } else {
+        end();
+    }
+}
+
+void NMEAReceiver::listen() {
+    sentences = std::make_unique<Sentences>();
+    QObject::connect(sentences.get(), &QGeoPositionInfoSource::positionUpdated, context.get(),
+                     [this](const QGeoPositionInfo& info) { tell(info); });
+    sentences->setDevice(device.get());
+    sentences->startUpdates();
+}
+
+void NMEAReceiver::tell(const QGeoPositionInfo& info) {
+    hadFix = true;
+    problem.clear();
+    if (isWanted) {
+        listener.fix({{info.coordinate().latitude(), info.coordinate().longitude()},
+                      attribute(info, QGeoPositionInfo::HorizontalAccuracy, defaultAccuracy),
+                      attribute(info, QGeoPositionInfo::VerticalAccuracy, -1),
+                      clock.now()});
+    }
+}
+
+/// The device gives nothing any more, or never did.
+void NMEAReceiver::end() {
+    if (device == nullptr) {
+        return;
+    }
+    const std::string name = std::visit(Name(), source);
+    if (isRecording() && device->isOpen()) {
+        giveUp(hadFix ? name + " is at its end" : name + " tells no position");
+    } else {
+        giveUp(name + " gives nothing: " + device->errorString().toStdString());
+        if (!isRecording()) {
+            retry.start(pause);
+        }
+    }
+}
+
+void NMEAReceiver::giveUp(const std::string& message) {
+    close();
+    problem = message;
+    if (isWanted) {
+        listener.failure({LocationError::Kind::unknown, message});
+    }
+    if (const auto* const file = std::get_if<NMEAFile>(&source); file != nullptr && file->onEnd) {
+        file->onEnd();
+    }
+}
+
+void NMEAReceiver::close() {
+    context.reset();
+    if (sentences != nullptr) {
+        sentences.release()->deleteLater();
+    }
+    if (device != nullptr) {
+        device.release()->deleteLater();
+    }
+}
+
+void NMEAReceiver::failLater() {
+    QTimer::singleShot(0, &retry, [this] {
+        if (isWanted && !problem.empty()) {
+            listener.failure({LocationError::Kind::unknown, problem});
+        }
+    });
+}
+
+} // namespace quorvane::platform::qt

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+
+#include "Platform/DerivedLocations.h"
+#include "Platform/MainQueue.h"
+#include "Platform/Qt/PositionReceiver.h"
+#include "Platform/Qt/QtOptions.h"
+
+namespace quorvane::platform::qt {
+
+/// Location services over what Qt knows of the device's position. Main thread only.
+class QtLocations final : public DerivedLocations {
+public:
+    /// How long somebody who wants one fix waits for it.
+    static constexpr std::chrono::seconds patience{30};
+
+    /// What the services stand on. All of it outlives them.
+    struct Surroundings {
+        const Clock& clock;
+        MainQueue& queue;
+    };
+
+    QtLocations(const Surroundings& surroundings, const PositionSource& source);
+    ~QtLocations() override;
+
+private:
+    void demandChanged() override;
+    void askForPermission(Permission permission) override;
+    [[nodiscard]] PositionReceiver::Listener listener();
+    void limitPatience(bool isWaitedFor);
+
+    const Surroundings around;
+    Demand asked;
+    MainQueue::Ticket impatience = 0;
+    std::unique_ptr<PositionReceiver> receiver;
+    Lifetime lifetime;
+};
+
+} // namespace quorvane::platform::qt
