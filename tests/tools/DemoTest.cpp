@@ -25,8 +25,8 @@ protected:
         EXPECT_TRUE(std::is_sorted(distances.begin(), distances.end()));
     }
 
-    /// Without pictures the last answer is not sent, and the reward not looked at. 63 are those of tracking.
-    static std::size_t requestCount() { return (knowsPictures() ? 29 : 27) + 63; }
+    /// Without pictures the last answer is not sent, and the reward not looked at. 88 are those of tracking.
+    static std::size_t requestCount() { return (knowsPictures() ? 29 : 27) + 88; }
 
     static const std::string oneFix;
 };

@@ -37,15 +37,15 @@ TEST_F(ReplayPageTest, TheMapHasTheWayTheFixesStopsEventsPlacesTheScaleAndTheNor
     const std::string map = between(html, "<svg id=\"map\"", "</svg>");
 
     EXPECT_EQ(linesWith(map, "<polyline class=\"way\" points=\""), 1U);
-    EXPECT_EQ(linesWith(map, "class=\"mark sent\""), 56U);
-    EXPECT_EQ(linesWith(map, "class=\"mark stop\""), 1U);
-    EXPECT_EQ(linesWith(map, "class=\"mark event\""), 6U);
+    EXPECT_EQ(linesWith(map, "class=\"mark sent\""), 77U);
+    EXPECT_EQ(linesWith(map, "class=\"mark stop\""), 2U);
+    EXPECT_EQ(linesWith(map, "class=\"mark event\""), 8U);
     EXPECT_EQ(linesWith(map, "<title>Market</title>"), 1U);
     EXPECT_EQ(linesWith(map, "Far away"), 0U) << "it is not on the map";
     EXPECT_EQ(linesWith(map, ">500 m</text>"), 1U);
     EXPECT_EQ(linesWith(map, ">N</text>"), 1U);
-    EXPECT_EQ(linesWith(html, "<button type=\"button\" data-go="), 7U) << "a stop and six events";
-    EXPECT_EQ(linesWith(html, "<td>56</td>"), 7U) << "decided on, kept, sent, synced with success, granted, asked for";
+    EXPECT_EQ(linesWith(html, "<button type=\"button\" data-go="), 10U) << "two stops and eight events";
+    EXPECT_EQ(linesWith(html, "<td>77</td>"), 7U) << "decided on, kept, sent, synced with success, granted, asked for";
 }
 
 TEST_F(ReplayPageTest, FixesThatAreNotSentAndGeofencesThatAreGoneAreDrawnAsSuch) {
@@ -80,9 +80,9 @@ TEST_F(ReplayPageTest, ThePresetsStandSideBySideInItsSummary) {
     const std::string html = page(ride, {"--compare", "--options", "responsive"});
 
     EXPECT_EQ(linesWith(html, "<th>continuous</th><th>responsive</th><th>efficient</th>"), 1U);
-    EXPECT_EQ(linesWith(html, "<td>56</td><td>17</td><td>0</td>"), 2U) << "decided on and kept";
+    EXPECT_EQ(linesWith(html, "<td>77</td><td>22</td><td>4</td>"), 2U) << "decided on and kept";
     EXPECT_EQ(linesWith(html, "<h1>Replay of ride.gpx, responsive</h1>"), 1U);
-    EXPECT_EQ(linesWith(between(html, "<svg id=\"map\"", "</svg>"), "class=\"mark kept\""), 16U)
+    EXPECT_EQ(linesWith(between(html, "<svg id=\"map\"", "</svg>"), "class=\"mark kept\""), 19U)
         << "the map is that of the options that were named";
 }
 

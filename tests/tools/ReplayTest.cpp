@@ -14,36 +14,39 @@ TEST_F(ReplayTest, ContinuousOptionsSendAFixEachHalfMinuteAndSeeTheRideStopAndGo
     EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
     EXPECT_EQ(ended.errors, "");
     EXPECT_EQ(linesOf(ended.output).front(), "2024-05-18T08:30:00Z      app         notRunning -> foreground");
-    EXPECT_TRUE(hasRow(ended.output, "recorded fixes 213")) << ended.output;
-    EXPECT_TRUE(hasRow(ended.output, "duration 1706.0 s"));
-    EXPECT_TRUE(hasRow(ended.output, "kept 56"));
-    EXPECT_TRUE(hasRow(ended.output, "sent 56"));
-    EXPECT_TRUE(hasRow(ended.output, "stops 1"));
-    EXPECT_TRUE(hasRow(ended.output, "SUCCESS 56"));
-    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 1"));
-    EXPECT_TRUE(hasRow(ended.output, "USER_STARTED_TRAVELING 1"));
-    EXPECT_TRUE(hasRow(ended.output, "receiver on 280.0 s"));
-    EXPECT_EQ(linesWith(ended.output, "  fix         BACKGROUND_LOCATION "), 56U);
-    EXPECT_EQ(linesWith(ended.output, "moving -> stopped"), 1U);
+    EXPECT_TRUE(hasRow(ended.output, "recorded fixes 291")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "duration 2330.0 s"));
+    EXPECT_TRUE(hasRow(ended.output, "kept 77"));
+    EXPECT_TRUE(hasRow(ended.output, "sent 77"));
+    EXPECT_TRUE(hasRow(ended.output, "stops 2"));
+    EXPECT_TRUE(hasRow(ended.output, "SUCCESS 77"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 2"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STARTED_TRAVELING 2"));
+    EXPECT_TRUE(hasRow(ended.output, "receiver on 385.0 s"));
+    EXPECT_EQ(linesWith(ended.output, "  fix         BACKGROUND_LOCATION "), 77U);
+    EXPECT_EQ(linesWith(ended.output, "moving -> stopped"), 2U);
 }
 
 TEST_F(ReplayTest, ResponsiveOptionsKeepToTheirRulesAndSayWhyTheyDidLess) {
     const Ended ended = replayRide({"--options", "responsive"});
 
     EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
-    EXPECT_TRUE(hasRow(ended.output, "kept 17")) << ended.output;
-    EXPECT_TRUE(hasRow(ended.output, "sent 1"));
-    EXPECT_TRUE(hasRow(ended.output, "not sent: cantExit 15"));
+    EXPECT_TRUE(hasRow(ended.output, "kept 22")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "sent 3"));
+    EXPECT_TRUE(hasRow(ended.output, "not sent: cantExit 16"));
     EXPECT_TRUE(hasRow(ended.output, "not sent: desiredSyncInterval 1"));
-    EXPECT_EQ(linesWith(ended.output, "; not sent: cantExit, "), 15U);
+    EXPECT_EQ(linesWith(ended.output, "; not sent: cantExit, "), 16U);
     EXPECT_EQ(linesWith(ended.output, "; sent in any case: neverSent, "), 1U);
 }
 
-TEST_F(ReplayTest, EfficientOptionsSleepThroughARideWithoutAVisit) {
+TEST_F(ReplayTest, EfficientOptionsSleepButForVisits) {
     const Ended ended = replayRide({"--options", "efficient"});
 
     EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
-    EXPECT_TRUE(hasRow(ended.output, "fixes decided on 0")) << ended.output;
+    EXPECT_TRUE(hasRow(ended.output, "fixes decided on 4")) << ended.output;
+    EXPECT_EQ(linesWith(ended.output, "  fix         VISIT_ARRIVAL "), 2U);
+    EXPECT_EQ(linesWith(ended.output, "  fix         VISIT_DEPARTURE "), 2U);
+    EXPECT_TRUE(hasRow(ended.output, "wake-ups 4"));
     EXPECT_TRUE(hasRow(ended.output, "receiver on 0.0 s"));
     EXPECT_EQ(linesWith(ended.output, "2024-05-18T08:30:10Z      app         background -> suspended"), 1U);
 }
@@ -54,7 +57,7 @@ TEST_F(ReplayTest, OptionsOfAFileAreUsedAndWithoutAnyTheContinuousOnes) {
     const AnyCodable::Dictionary own = summaryOf(ride, {"--options", file});
 
     EXPECT_EQ(textIn(own, "options"), "minutely.json");
-    EXPECT_EQ(numberIn(objectIn(own, "fixes"), "processed"), 28);
+    EXPECT_EQ(numberIn(objectIn(own, "fixes"), "processed"), 38);
     EXPECT_EQ(textIn(summaryOf(ride), "options"), "continuous");
 }
 
@@ -82,10 +85,10 @@ TEST_F(ReplayTest, JSONLinesHaveAnObjectForEachDecisionAndTheSummaryAtTheEnd) {
         fixes += textIn(object, "type") == "fix" ? 1 : 0;
         EXPECT_EQ(object.contains("time"), &line != &lines.back());
     }
-    EXPECT_EQ(fixes, 56U);
+    EXPECT_EQ(fixes, 77U);
     const AnyCodable last = json::readExactly(lines.back());
     EXPECT_EQ(textIn(objectIn(last), "type"), "summary");
-    EXPECT_EQ(numberIn(objectIn(last), "recorded"), 213);
+    EXPECT_EQ(numberIn(objectIn(last), "recorded"), 291);
     const std::string log = text.output.substr(0, text.output.find("\n\n") + 1);
     EXPECT_EQ(lines.size() - 1, linesOf(log).size());
 }
@@ -116,7 +119,7 @@ TEST_F(ReplayTest, ADocumentOnStandardOutputLeavesTheLogToTheFile) {
     const Ended ended = replayRide({"--json", "--output", (scratch / "ride.log").string()});
 
     EXPECT_EQ(listIn(ended.document(), "replays").size(), 1U);
-    EXPECT_EQ(linesWith(contentOf("ride.log"), "  fix         "), 56U);
+    EXPECT_EQ(linesWith(contentOf("ride.log"), "  fix         "), 77U);
 }
 
 TEST_F(ReplayTest, ThePresetsStandSideBySide) {
@@ -124,9 +127,9 @@ TEST_F(ReplayTest, ThePresetsStandSideBySide) {
 
     EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
     EXPECT_TRUE(hasRow(ended.output, "continuous responsive efficient")) << ended.output;
-    EXPECT_TRUE(hasRow(ended.output, "kept 56 17 0"));
-    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 1 0 0"));
-    EXPECT_TRUE(hasRow(ended.output, "receiver on 280.0 s 55.0 s 0.0 s"));
+    EXPECT_TRUE(hasRow(ended.output, "kept 77 22 4"));
+    EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 2 1 1"));
+    EXPECT_TRUE(hasRow(ended.output, "receiver on 385.0 s 60.0 s 0.0 s"));
     EXPECT_EQ(linesWith(ended.output, "2024-05-18"), 0U) << "there is no log";
 }
 

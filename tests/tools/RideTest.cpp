@@ -85,6 +85,19 @@ TEST_F(RideTest, ATrackWithoutTimesHasNoDuration) {
     EXPECT_FALSE(ride.isTimed());
 }
 
+TEST_F(RideTest, ItsBeginningEndsBeforeTheFirstFixThatIsTooLate) {
+    const auto timed = [](const std::string& time) {
+        return R"(<trkpt lat="46" lon="14"><time>2024-05-18T)" + time + "Z</time></trkpt>";
+    };
+    // A clock that was set back does not end it.
+    const Ride ride = rideOf(timed("08:00:00") + timed("07:00:00") + timed("09:00:00") + timed("09:00:01"));
+
+    EXPECT_EQ(ride.beginning(std::chrono::hours(1))->fixes.size(), 3U);
+    EXPECT_EQ(ride.beginning(std::chrono::hours(2))->fixes.size(), 4U);
+    EXPECT_EQ(ride.beginning(std::chrono::seconds(0))->fixes.size(), 2U);
+    EXPECT_EQ(ride.fixCount(), 4U);
+}
+
 TEST_F(RideTest, AFileThatIsNoTrackIsAFailureThatNamesIt) {
     try {
         static_cast<void>(Ride::fromFile(path));

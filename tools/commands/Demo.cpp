@@ -143,12 +143,14 @@ AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked
     Errands errands = runErrands(ride, asked, options, account, terminal);
     GlobalOptions phone = options;
     phone.logLevel = asked.logLevel;
-    errands.document["tracking"] = trackRide(ride, phone, *account, terminal);
+    const Tracked tracked = trackRide(ride, phone, *account, terminal);
+    errands.document["tracking"] = tracked.documents;
 
     terminal.line();
     terminal.line(terminal.painted("Summary", Paint::heading));
     terminal.line("  " + account->requestSummary());
     terminal.line("  " + errands.summary);
+    terminal.line("  " + tracked.summary);
     terminal.line("  " + counted(account->logLineCount(), "log line") + " told to the delegate");
     errands.document.merge(account->document());
     return errands.document;

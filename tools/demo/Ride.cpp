@@ -49,6 +49,18 @@ std::optional<std::chrono::seconds> Ride::duration() const {
     return std::chrono::round<std::chrono::seconds>(time);
 }
 
+std::shared_ptr<const testing::Track> Ride::beginning(std::chrono::seconds duration) const {
+    const platform::Date start = track->fixes.front().timestamp;
+    const auto end = std::find_if(track->fixes.begin(), track->fixes.end(), [&](const platform::Location& fix) {
+        return fix.timestamp > start && fix.timestamp - start > duration;
+    });
+    if (end == track->fixes.end()) {
+        return track;
+    }
+    return std::make_shared<const testing::Track>(
+        testing::Track{track->name, {track->fixes.begin(), end}, track->isTimed});
+}
+
 std::vector<Ride::Stop> Ride::stops(std::size_t count) const {
     const std::size_t fixes = track->fixes.size();
     const std::size_t possible = std::min(count, fixes);

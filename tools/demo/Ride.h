@@ -33,7 +33,8 @@ public:
     [[nodiscard]] std::size_t fixCount() const { return track->fixes.size(); }
     /// Whether the times of the fixes were recorded.
     [[nodiscard]] bool isTimed() const { return track->isTimed; }
-    [[nodiscard]] const std::shared_ptr<const testing::Track>& recording() const { return track; }
+    /// The recording up to the first fix that came later than so long after the first.
+    [[nodiscard]] std::shared_ptr<const testing::Track> beginning(std::chrono::seconds duration) const;
     [[nodiscard]] std::vector<platform::Coordinate> coordinates() const;
     [[nodiscard]] double metres() const { return along.back(); }
     /// From the first fix to the last; none when the track has no times.

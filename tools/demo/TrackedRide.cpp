@@ -1,5 +1,6 @@
 #include "tools/demo/TrackedRide.h"
 
+#include <chrono>
 #include <utility>
 #include <variant>
 
@@ -22,6 +23,12 @@ std::string nameIn(const QVEvent& event, const std::string& lastPlace) {
         default:
             return event.geofence ? event.geofence->_description : "";
     }
+}
+
+template <class Key>
+std::size_t countIn(const std::map<Key, std::size_t>& counts, Key key) {
+    const auto found = counts.find(key);
+    return found == counts.end() ? 0 : found->second;
 }
 
 AnyCodable::Dictionary syncDocument(const TrackedRide::Sync& sync) {
@@ -64,20 +71,38 @@ void TrackedRide::observed(platform::Date now, const observed::Observation& obse
         observe(now, *fix);
     } else if (const auto* const sync = std::get_if<observed::Sync>(&observation)) {
         observe(now, *sync);
+    } else if (const auto* const request = std::get_if<observed::LocationRequest>(&observation)) {
+        timerWaits = timerWaits || request->byTimer;
+    } else if (std::holds_alternative<observed::Failure>(observation)) {
+        timerWaits = false;
     }
 }
 
-void TrackedRide::happened(platform::Date /*now*/, const testing::phone::Event& event) {
+void TrackedRide::happened(platform::Date now, const testing::phone::Event& event) {
+    if (const auto* const request = std::get_if<testing::phone::Request>(&event)) {
+        begun.emplace(request->id, now);
+    }
     const auto* const response = std::get_if<testing::phone::Response>(&event);
-    if (response != nullptr && response->target.find("/locations/find?") != std::string::npos) {
+    if (response == nullptr) {
+        return;
+    }
+    if (const auto request = begun.extract(response->id)) {
+        inFlight += now - request.mapped();
+        ++answered;
+    }
+    if (response->target.find("/locations/find?") != std::string::npos) {
         lastAnswer = response->status;
     }
 }
 
 void TrackedRide::observe(platform::Date now, const observed::Fix& fix) {
     ++bySource[fix.source];
+    if (fix.source == QVLocationSource::BACKGROUND_LOCATION && std::exchange(timerWaits, false)) {
+        ++byTimer;
+    }
     if (fix.sync) {
         ++byRule[fix.sync->rule];
+        byForce[fix.sync->force] += fix.sync->rule == SyncDecision::Rule::send ? 1 : 0;
     }
     if (!fix.stoppedBefore && fix.stoppedAfter) {
         halts.push_back({now, std::nullopt, fix.location.coordinate});
@@ -108,8 +133,19 @@ std::size_t TrackedRide::fixCount() const {
 }
 
 std::size_t TrackedRide::decided(SyncDecision::Rule rule) const {
-    const auto found = byRule.find(rule);
-    return found == byRule.end() ? 0 : found->second;
+    return countIn(byRule, rule);
+}
+
+std::size_t TrackedRide::forced(SyncDecision::Force force) const {
+    return countIn(byForce, force);
+}
+
+std::size_t TrackedRide::eventCount() const {
+    std::size_t count = 0;
+    for (const Sync& sync : sent) {
+        count += sync.events.size();
+    }
+    return count;
 }
 
 AnyCodable::Dictionary TrackedRide::document() const {
@@ -123,6 +159,7 @@ AnyCodable::Dictionary TrackedRide::document() const {
     }
     return {{"syncs", std::move(syncList)},
             {"stops", std::move(stopList)},
+            {"secondsInFlight", std::chrono::duration<double>(inFlight).count()},
             {"delegate", AnyCodable::Dictionary{{"onClientLocationUpdated", calls(Kind::clientLocationUpdated)},
                                                 {"onLocationUpdated", calls(Kind::locationUpdated)},
                                                 {"onEventsReceived", calls(Kind::eventsReceived)},

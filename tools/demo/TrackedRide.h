@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -60,11 +61,20 @@ public:
     [[nodiscard]] const std::vector<Stop>& stops() const { return halts; }
     /// Fixes that were decided on, by what produced them.
     [[nodiscard]] const std::map<QVLocationSource, std::size_t>& fixes() const { return bySource; }
+    /// Those in the background that the update timer had asked for; a significant change brought the others.
+    [[nodiscard]] std::size_t timerFixCount() const { return byTimer; }
     [[nodiscard]] std::size_t fixCount() const;
     /// Fixes by the rule that let them through or kept them.
     [[nodiscard]] std::size_t decided(SyncDecision::Rule rule) const;
+    /// Fixes that were let through, by why no rule was asked; `none`: all rules were.
+    [[nodiscard]] std::size_t forced(SyncDecision::Force force) const;
+    [[nodiscard]] std::size_t eventCount() const;
 
-    /// {"syncs": [...], "stops": [...], "delegate": {...}}
+    [[nodiscard]] std::size_t answeredCount() const { return answered; }
+    /// How far the phone's clock went while a request was in flight.
+    [[nodiscard]] platform::Date::duration timeInFlight() const { return inFlight; }
+
+    /// {"syncs": [...], "stops": [...], "delegate": {...}, "secondsInFlight": 0}
     [[nodiscard]] AnyCodable::Dictionary document() const;
 
 private:
@@ -76,6 +86,12 @@ private:
     std::vector<Stop> halts;
     std::map<QVLocationSource, std::size_t> bySource;
     std::map<SyncDecision::Rule, std::size_t> byRule;
+    std::map<SyncDecision::Force, std::size_t> byForce;
+    std::size_t byTimer = 0;
+    bool timerWaits = false;
+    std::map<std::uint64_t, platform::Date> begun;
+    std::size_t answered = 0;
+    platform::Date::duration inFlight{0};
     /// To the last search.
     std::optional<int> lastAnswer;
     /// Where the user was at the last sync that succeeded.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "JSON/AnyCodable.h"
 #include "tools/Options.h"
 
@@ -9,9 +11,16 @@ class Account;
 class Ride;
 class Terminal;
 
+/// What came of tracking, for the summary and as JSON.
+struct Tracked {
+    /// "82 locations sent while tracking, 91 events found".
+    std::string summary;
+    /// An object for each preset.
+    AnyCodable::List documents;
+};
+
 /// Lets a simulated phone go along the ride once with each preset, on the virtual clock and against the service of
-/// @p options, and tells what tracking did and why some of it did less. A list with an object for each preset. Throws
-/// a `Failure`.
-AnyCodable::List trackRide(const Ride& ride, const GlobalOptions& options, Account& account, Terminal& terminal);
+/// @p options, and tells what tracking did and why some of it did less. Throws a `Failure`.
+Tracked trackRide(const Ride& ride, const GlobalOptions& options, Account& account, Terminal& terminal);
 
 } // namespace quorvane::tool

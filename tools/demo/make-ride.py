@@ -16,8 +16,8 @@ TURNS = [
     (1790, 330), (1640, 90), (1330, -60), (1010, -20), (760, -180), (440, -210), (210, -110), (20, -20),
 ]
 CRUISE = 5.2  # metres a second, on the straight
-# (metres from the start, seconds): traffic lights, a bench with a view, a bakery, one more light.
-HALTS = [(540, 24), (2010, 75), (3560, 210), (5230, 38)]
+# (metres from the start, seconds): traffic lights, a bench with a view, a bakery, a friend on the way.
+HALTS = [(540, 24), (2010, 75), (3560, 450), (5230, 420)]
 INTERVAL = 8  # seconds between fixes
 
 
