@@ -1,4 +1,8 @@
+#include <array>
+#include <future>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "API/URL.h"
 #include "sandbox/TaskFixture.h"
@@ -155,6 +159,38 @@ TEST_F(ResponseTest, TheSameAnswerSentAgainIsAnsweredTheSameAndStoredOnce) {
     EXPECT_EQ(again.status(), 200);
     EXPECT_EQ(again.body(), first.body());
     EXPECT_EQ(found().state, QVTask::State::completed);
+}
+
+TEST_F(ResponseTest, TheSameAnswerSentOnManyConnectionsAtOnceIsStoredOnceAndAnsweredTheSame) {
+    const QVTaskResponse answer = pick(0, {0});
+    std::vector<std::future<RawReply>> replies;
+    for (int i = 0; i < 8; ++i) {
+        replies.push_back(std::async(std::launch::async, [&] { return respond(answer); }));
+    }
+
+    std::set<std::string> bodies;
+    for (auto& reply : replies) {
+        const RawReply came = reply.get();
+        EXPECT_EQ(came.status(), 200) << came.bytes;
+        bodies.insert(came.body());
+    }
+    EXPECT_EQ(bodies.size(), 1U);
+}
+
+TEST_F(ResponseTest, OfDifferentAnswersSentAtOnceOneIsTaken) {
+    std::vector<std::future<RawReply>> replies;
+    for (std::size_t i = 0; i < 8; ++i) {
+        replies.push_back(std::async(std::launch::async, [this, i] { return respond(pick(0, {i % 2})); }));
+    }
+
+    std::array<int, 2> taken{};
+    for (std::size_t i = 0; i < replies.size(); ++i) {
+        const RawReply came = replies[i].get();
+        EXPECT_TRUE(came.status() == 200 || came.status() == 409) << came.bytes;
+        taken.at(i % 2) += came.status() == 200 ? 1 : 0;
+    }
+    EXPECT_TRUE(taken == (std::array<int, 2>{4, 0}) || taken == (std::array<int, 2>{0, 4}))
+        << taken[0] << " and " << taken[1];
 }
 
 TEST_F(ResponseTest, AnotherAnswerToTheSameQuestionIsRefused) {
