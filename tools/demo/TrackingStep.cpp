@@ -23,17 +23,6 @@ namespace {
 /// Of a longer recording the beginning is tracked: half a minute of it is a request.
 constexpr std::chrono::hours longestTracked{12};
 
-/// That each sync is a request that really reached the service, and that nothing else did.
-void requireRequests(const TrackedPreset& preset, const std::vector<sandbox::RequestRecord>& arrived) {
-    const auto searches = static_cast<std::size_t>(std::count_if(
-        arrived.begin(), arrived.end(), [](const auto& request) { return request.path() == "/locations/find"; }));
-    if (searches != preset.ride.syncs().size() || arrived.size() != preset.summary.usage.requests) {
-        throw Failure("the service has seen " + counted(arrived.size(), "request") + ", " + std::to_string(searches) +
-                      " of them searches, while the phone sent " + std::to_string(preset.summary.usage.requests) +
-                      " for " + counted(preset.ride.syncs().size(), "sync"));
-    }
-}
-
 void track(TrackedPreset& preset, const NamedOptions& named, ReplayInput& input, const GlobalOptions& options,
            Account& account, Terminal& terminal) {
     preset.name = named.name;
@@ -55,6 +44,16 @@ AnyCodable::Dictionary documentOf(const TrackedPreset& preset, const std::vector
 }
 
 } // namespace
+
+void requireRequests(const TrackedPreset& preset, const std::vector<sandbox::RequestRecord>& arrived) {
+    const auto searches = static_cast<std::size_t>(std::count_if(
+        arrived.begin(), arrived.end(), [](const auto& request) { return request.path() == "/locations/find"; }));
+    if (searches != preset.ride.syncs().size() || arrived.size() != preset.summary.usage.requests) {
+        throw Failure("the service has seen " + counted(arrived.size(), "request") + ", " + std::to_string(searches) +
+                      " of them searches, while the phone sent " + std::to_string(preset.summary.usage.requests) +
+                      " for " + counted(preset.ride.syncs().size(), "sync"));
+    }
+}
 
 Tracked trackRide(const Ride& ride, const GlobalOptions& options, Account& account, Terminal& terminal) {
     ReplayInput input;
