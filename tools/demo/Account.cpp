@@ -36,8 +36,7 @@ void Account::tell() {
 
 std::vector<sandbox::RequestRecord> Account::collect() {
     const std::vector<sandbox::RequestRecord> all = service.requests();
-    const std::vector<sandbox::RequestRecord> arrived(all.begin() + static_cast<std::ptrdiff_t>(requests.size()),
-                                                      all.end());
+    std::vector<sandbox::RequestRecord> arrived(all.begin() + static_cast<std::ptrdiff_t>(requests.size()), all.end());
     requests.insert(requests.end(), arrived.begin(), arrived.end());
     return arrived;
 }

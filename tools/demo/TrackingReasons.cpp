@@ -74,20 +74,21 @@ std::string sendingRule(const QuorvaneTrackingOptions& options) {
     return options.desiredSyncInterval == 0 ? text : text + ", at most one in " + seconds(options.desiredSyncInterval);
 }
 
-std::string askingReason(const TrackedPreset& less, const TrackedPreset& more) {
+std::vector<std::string> askingReasons(const TrackedPreset& less, const TrackedPreset& more) {
     const std::int64_t moving = less.options->desiredMovingUpdateInterval;
     const std::int64_t atStop = less.options->desiredStoppedUpdateInterval;
     const std::string woken = counted(less.summary.usage.wakeUps, "time");
     if (moving == 0 && atStop == 0) {
-        return "It has no timer, and the phone suspends an application without one: only " +
-               listed(monitoredBy(*less.options)) + " can wake it, which happened " + woken + ".";
+        return {"It has no timer, so the phone suspends the application: only " + listed(monitoredBy(*less.options)) +
+                " can wake it, which happened " + woken + "."};
     }
-    std::string text = "Its timer asks every " + seconds(moving) + " and not every " +
-                       seconds(more.options->desiredMovingUpdateInterval);
+    std::vector<std::string> reasons{"Its timer asks every " + seconds(moving) + " and not every " +
+                                     seconds(more.options->desiredMovingUpdateInterval) + "."};
     if (atStop == 0) {
-        text += ", and not at all at a stop: there the phone suspends the application, which was woken " + woken;
+        reasons.push_back("At a stop it does not ask at all: the phone suspends the application, which was woken " +
+                          woken + ".");
     }
-    return text + ".";
+    return reasons;
 }
 
 std::string skipReason(Rule rule, const QuorvaneTrackingOptions& options) {
@@ -101,7 +102,7 @@ std::string skipReason(Rule rule, const QuorvaneTrackingOptions& options) {
         case Rule::syncMode:
             return "the options send none";
         case Rule::cantExit:
-            return "the user was on the way, and no answer of the service has allowed exits";
+            return "the user was on the way, and the service never allowed exits";
         case Rule::send:
             break;
     }
@@ -120,7 +121,7 @@ std::string sentReason(const TrackedPreset& preset) {
         parts.push_back(counted(again, "stop") + " that had failed before");
     }
     if (const std::size_t others = preset.ride.forced(Force::none); others > 0) {
-        parts.push_back(counted(others, "location") + " that no rule kept");
+        parts.push_back(counted(others, "location") + " that no rule spoke against");
     }
     return parts.empty() ? "It sent nothing." : "It sent " + listed(parts) + ".";
 }
@@ -146,7 +147,7 @@ std::vector<std::string> reasonsFor(const TrackedPreset& less, const TrackedPres
     if (less.ride.syncs().size() >= more.ride.syncs().size() && less.ride.fixCount() >= more.ride.fixCount()) {
         return {};
     }
-    std::vector<std::string> reasons{askingReason(less, more)};
+    std::vector<std::string> reasons = askingReasons(less, more);
     reasons.push_back("So it decided on " + counted(less.ride.fixCount(), "fix", "fixes") + " and not on " +
                       std::to_string(more.ride.fixCount()) + ", with the receiver on for " + receiverText(less) +
                       " and not for " + receiverText(more) + ".");
@@ -154,8 +155,8 @@ std::vector<std::string> reasonsFor(const TrackedPreset& less, const TrackedPres
     for (const Rule rule :
          {Rule::alreadyStopped, Rule::desiredSyncInterval, Rule::rateLimit, Rule::syncMode, Rule::cantExit}) {
         if (const std::size_t count = less.ride.decided(rule); count > 0) {
-            reasons.push_back("It did not send " + counted(count, "location") + ": " + skipReason(rule, *less.options) +
-                              " (" + std::string(testing::nameOf(rule)) + ").");
+            reasons.push_back(counted(count, "location") + (count == 1 ? " was" : " were") + " not sent: " +
+                              skipReason(rule, *less.options) + " (" + std::string(testing::nameOf(rule)) + ").");
         }
     }
     reasons.push_back("Events are found when a location is sent: it found " + std::to_string(less.ride.eventCount()) +

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "JSON/NumberText.h"
 #include "tools/Table.h"
 #include "tools/Terminal.h"
 #include "tools/Text.h"
@@ -41,7 +42,7 @@ std::string crossing(const std::string& verb, const Event* place, const Event* f
 
 /// Of each kind, with a stop or a departure and without, the first few.
 void printSyncs(const TrackedRide& ride, Terminal& terminal) {
-    constexpr std::size_t widest = 110;
+    constexpr std::size_t widest = 92;
     Table table({{"time"}, {"answer", widest, true}, {"events", widest}});
     std::size_t travels = 0;
     std::size_t others = 0;
@@ -120,16 +121,15 @@ std::string callText(const TrackedRide& ride) {
 
 std::string phoneText(const testing::phone::Usage& usage) {
     const auto receiver = std::chrono::round<std::chrono::seconds>(usage.receiverTime);
-    return "woken " + counted(usage.wakeUps, "time") + " by what it monitors; timers ran " +
-           counted(usage.timerWakeUps, "time") + "; receiver on for " + std::to_string(receiver.count()) + " s; " +
-           counted(usage.requests, "request") + ", " + counted(usage.bytesSent, "byte") + " sent";
+    return "woken " + counted(usage.wakeUps, "time") + " by what it monitors, timers ran " +
+           counted(usage.timerWakeUps, "time") + ", receiver on for " + std::to_string(receiver.count()) + " s";
 }
 
-std::string clockText(const TrackedPreset& preset) {
-    const auto ridden = std::chrono::floor<std::chrono::seconds>(preset.summary.duration);
-    const auto moved = std::chrono::round<std::chrono::seconds>(preset.ride.timeInFlight());
-    return "virtual, " + durationText(ridden) + "; it went on by " + std::to_string(moved.count()) + " s while " +
-           counted(preset.ride.answeredCount(), "request") + " were in flight";
+std::string networkText(const TrackedPreset& preset) {
+    const auto moved = std::chrono::duration<double>(preset.ride.timeInFlight());
+    return counted(preset.summary.usage.requests, "request") + ", " + counted(preset.summary.usage.bytesSent, "byte") +
+           " sent; the virtual clock went on by " + (moved.count() == 0 ? "0" : json::textOf(moved.count())) +
+           " s while they were in flight";
 }
 
 } // namespace
@@ -162,7 +162,7 @@ void printTracking(const TrackedPreset& preset, Terminal& terminal) {
     printStops(preset.ride, terminal);
     terminal.row("delegate", callText(preset.ride), column);
     terminal.row("phone", phoneText(preset.summary.usage), column);
-    terminal.row("clock", clockText(preset), column);
+    terminal.row("network", networkText(preset), column);
 }
 
 void printSideBySide(const std::list<TrackedPreset>& presets, Terminal& terminal) {
