@@ -8,16 +8,19 @@ namespace quorvane::json {
 namespace {
 
 constexpr std::int64_t secondsBefore2001 = 978307200;
-constexpr double nanosecondsPerSecond = 1e9;
+constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 // A Date reaches from the year 1677 to 2262.
 constexpr double farthestSeconds = 8.2e9;
 
 } // namespace
 
 double secondsSince2001(Date moment) {
-    const auto whole = std::chrono::floor<std::chrono::seconds>(moment);
-    const double fraction = static_cast<double>((moment - whole).count()) / nanosecondsPerSecond;
-    return static_cast<double>(whole.time_since_epoch().count() - secondsBefore2001) + fraction;
+    const std::int64_t whole = std::chrono::floor<std::chrono::seconds>(moment).time_since_epoch().count();
+    // Not as a difference: the first second of time begins before any date.
+    const std::int64_t rest = moment.time_since_epoch().count() % nanosecondsPerSecond;
+    const std::int64_t fraction = rest < 0 ? rest + nanosecondsPerSecond : rest;
+    return static_cast<double>(whole - secondsBefore2001) +
+           static_cast<double>(fraction) / static_cast<double>(nanosecondsPerSecond);
 }
 
 std::optional<Date> dateFromSeconds(double seconds) {
@@ -25,7 +28,8 @@ std::optional<Date> dateFromSeconds(double seconds) {
         return std::nullopt;
     }
     const double whole = std::floor(seconds);
-    const std::chrono::nanoseconds fraction(std::llround((seconds - whole) * nanosecondsPerSecond));
+    const std::chrono::nanoseconds fraction(
+        std::llround((seconds - whole) * static_cast<double>(nanosecondsPerSecond)));
     return Date(std::chrono::seconds(static_cast<std::int64_t>(whole) + secondsBefore2001) + fraction);
 }
 

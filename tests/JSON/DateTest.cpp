@@ -28,6 +28,11 @@ TEST(Dates, AreSecondsSinceTheBeginningOf2001) {
     EXPECT_EQ(dateFromSeconds(-0.125), start2001 - 125ms);
 }
 
+TEST(Dates, HaveANumberToTheEndsOfTime) {
+    EXPECT_EQ(secondsSince2001((Date::min)()), -10201679236.854775808);
+    EXPECT_EQ(secondsSince2001((Date::max)()), 8245064836.854775807);
+}
+
 TEST(Dates, OnceDecodedKeepTheirNumber) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> seconds(-2e9, 8e9);
