@@ -50,8 +50,10 @@ public:
 
     /// The picture that was taken. The picker stays on screen; the host dismisses it.
     virtual void imagePickerDidTakePicture(std::shared_ptr<const Image> picture) = 0;
-    /// No picture could be taken: there is no camera, or it failed.
+    /// No picture could be taken: there is no camera, it is in use, or it failed. The picker stays on screen.
     virtual void imagePickerDidFail() = 0;
+    /// The picker has left the screen: cancelled by the user, dismissed, or gone with what it was shown in.
+    virtual void imagePickerWasDismissed() {}
 };
 
 /// A camera screen that takes one photo, ready to be presented by the host. Main thread only.
@@ -73,11 +75,15 @@ public:
     std::vector<std::string> mediaTypes = {imageType};
     CameraFlashMode cameraFlashMode = CameraFlashMode::off;
     CameraCaptureMode cameraCaptureMode = CameraCaptureMode::photo;
+    /// This library's pickers have no controls but those of their overlay.
     bool showsCameraControls = true;
 
-    /// Takes a picture, with the flash as the mode says; the delegate is told of the outcome.
+    /// Whether its camera has a flash.
+    [[nodiscard]] virtual bool isFlashAvailable() const = 0;
+    /// Takes a picture, with the flash as the mode says; the delegate is told of the outcome. Does nothing while one is
+    /// being taken. A picture that arrives after the picker was dismissed is not told.
     virtual void takePicture() = 0;
-    /// Leaves the screen.
+    /// Leaves the screen. Does nothing when it is on none.
     virtual void dismiss(bool animated) = 0;
 };
 

@@ -13,6 +13,7 @@ class SomeScanner : public BarcodeScannerViewControllerType {};
 
 class SomePicker : public platform::ImagePicker {
 public:
+    bool isFlashAvailable() const override { return false; }
     void takePicture() override {}
     void dismiss(bool) override {}
 };

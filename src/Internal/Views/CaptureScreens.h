@@ -7,6 +7,8 @@
 
 namespace quorvane::capture {
 
+class CameraOverlayView;
+
 /// Makes the camera screens.
 class CaptureScreens final : public platform::CaptureUI {
 public:
@@ -16,6 +18,9 @@ public:
     [[nodiscard]] std::shared_ptr<platform::ImagePicker> createImagePicker(const QVQuestion& question) override;
 
 private:
+    /// Null when the bundle has no interface file.
+    [[nodiscard]] std::shared_ptr<CameraOverlayView> loadCameraOverlayView() const;
+
     /// None of them null.
     const Devices devices;
 };

@@ -1,0 +1,142 @@
+import QtQuick
+import Quorvane.Capture
+
+FocusScope {
+    id: overlay
+
+    readonly property bool isWide: width > height
+    readonly property real margin: 24
+    // The controls stand in a bar, where the thumb is: below, or at the right of a wide screen.
+    readonly property real barLength: isWide ? 136 : 124
+    // Above the framing image there is room for the bubble of a level, below it for a line of text.
+    readonly property real bubbleRoom: 44
+    readonly property real labelRoom: 62
+    readonly property bool isFailed: state === "failed"
+
+    // What is left for the framing image, which keeps the proportions of its drawing.
+    readonly property real roomWidth: Math.max(0, width - 2 * margin - (isWide ? barLength : 0))
+    readonly property real roomHeight: Math.max(0, height - bubbleRoom - labelRoom - (isWide ? 0 : barLength))
+    readonly property real longest: 720
+    readonly property real proportion: framing.implicitWidth > 0 ? framing.implicitWidth / framing.implicitHeight : 1
+
+    width: 360
+    height: 640
+
+    Keys.onEscapePressed: cancel.tap()
+    Keys.onBackPressed: cancel.tap()
+    Keys.onTabPressed: cancel.forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: cancel.forceActiveFocus(Qt.BacktabFocusReason)
+
+    Rectangle {
+        id: bar
+
+        x: overlay.isWide ? overlay.width - width : 0
+        y: overlay.isWide ? 0 : overlay.height - height
+        width: overlay.isWide ? overlay.barLength : overlay.width
+        height: overlay.isWide ? overlay.height : overlay.barLength
+        color: "#73000000"
+    }
+
+    Picture {
+        id: framing
+        objectName: "imageOverlay"
+
+        width: Math.floor(Math.min(overlay.roomWidth, overlay.roomHeight * overlay.proportion, overlay.longest))
+        height: Math.floor(width / overlay.proportion)
+        x: Math.round(overlay.margin + (overlay.roomWidth - width) / 2)
+        y: Math.round(overlay.bubbleRoom + (overlay.roomHeight - height) / 2)
+        opacity: overlay.isFailed ? 0 : 1
+    }
+
+    Rectangle {
+        id: tilt
+        objectName: "tiltLabel"
+
+        property alias text: tiltText.text
+
+        x: Math.round(overlay.margin + (overlay.roomWidth - width) / 2)
+        y: framing.y + framing.height + 14
+        width: Math.min(tiltText.implicitWidth + 28, overlay.roomWidth)
+        height: 34
+        radius: height / 2
+        color: "#99000000"
+        opacity: overlay.isFailed ? 0 : 1
+        visible: false
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+
+        Text {
+            id: tiltText
+            anchors.centerIn: parent
+            width: Math.min(implicitWidth, parent.width - 20)
+            elide: Text.ElideRight
+            color: "white"
+            font.pixelSize: 16
+            text: qsTr("Hold the phone level")
+            Accessible.ignored: true
+        }
+    }
+
+    Rectangle {
+        anchors.centerIn: framing
+        width: Math.min(failureText.implicitWidth + 36, overlay.roomWidth)
+        height: failureText.implicitHeight + 24
+        radius: 12
+        color: "#b3000000"
+        visible: overlay.isFailed
+
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: failureText.text
+
+        Text {
+            id: failureText
+            anchors.fill: parent
+            anchors.margins: 12
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            wrapMode: Text.WordWrap
+            color: "white"
+            font.pixelSize: 17
+            text: qsTr("The camera cannot be used")
+            Accessible.ignored: true
+        }
+    }
+
+    ShutterButton {
+        id: shutter
+        objectName: "cameraButton"
+
+        x: Math.round(bar.x + (bar.width - width) / 2)
+        y: Math.round(bar.y + (bar.height - height) / 2)
+        focus: true
+        text: qsTr("Take photo")
+
+        KeyNavigation.tab: flash
+        KeyNavigation.backtab: cancel
+    }
+
+    FlashButton {
+        id: flash
+        objectName: "flashButton"
+
+        x: Math.round(overlay.isWide ? bar.x + (bar.width - width) / 2 : bar.width - overlay.margin - (cancel.width + width) / 2)
+        y: Math.round(overlay.isWide ? overlay.margin : bar.y + (bar.height - height) / 2)
+        text: qsTr("Flash")
+
+        KeyNavigation.tab: cancel
+        KeyNavigation.backtab: shutter
+    }
+
+    CaptureButton {
+        id: cancel
+        objectName: "cancelButton"
+
+        x: Math.round(overlay.isWide ? bar.x + (bar.width - width) / 2 : overlay.margin)
+        y: Math.round(overlay.isWide ? bar.height - overlay.margin - height : bar.y + (bar.height - height) / 2)
+        text: qsTr("Cancel")
+
+        KeyNavigation.tab: shutter
+        KeyNavigation.backtab: flash
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+
+// What every button over a camera's picture does: it is reached by touch and keyboard, and has a name for those who
+// do not see it. What it looks like is up to those who use it.
+Item {
+    id: control
+
+    property string text
+    readonly property bool isPressed: touch.pressed
+    signal tapped
+
+    function tap() {
+        if (enabled) {
+            tapped()
+        }
+    }
+
+    activeFocusOnTab: true
+
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.focusable: true
+    Accessible.onPressAction: tap()
+
+    Keys.onReturnPressed: tap()
+    Keys.onEnterPressed: tap()
+    Keys.onSpacePressed: tap()
+
+    TapHandler {
+        id: touch
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: control.tap()
+    }
+}
