@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Shapes
 
-Item {
+FocusScope {
     id: screen
 
     readonly property bool isWide: width > height
@@ -107,8 +107,5 @@ Item {
                                     : (frame.y + frame.height + screen.height - height) / 2)
         focus: true
         text: qsTr("Cancel")
-
-        KeyNavigation.tab: cancel
-        KeyNavigation.backtab: cancel
     }
 }

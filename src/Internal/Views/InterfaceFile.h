@@ -32,7 +32,8 @@ private:
     std::shared_ptr<QQmlComponent> component;
 };
 
-/// The object called @p name in the tree below @p root, or @p root itself. Having none of that kind is a fatal error.
+/// The object called @p name among the descendants of @p root, or @p root itself. Having none of that kind is a fatal
+/// error.
 [[nodiscard]] QObject& connectionNamed(QQuickItem& root, const char* name, const QMetaObject& kind);
 
 template <class T = QQuickItem>

@@ -19,6 +19,8 @@ ViewController::~ViewController() {
         root->layout = nullptr;
         root->removed = nullptr;
     }
+    delete transition.data();
+    enableWhatLiesBehind();
 }
 
 QQuickItem& ViewController::view() {
@@ -41,6 +43,7 @@ void ViewController::loadView() {
         } else {
             root->setSize(items->size());
         }
+        items->setParent(root.get());
         items->setParentItem(root.get());
         items->setFocus(true);
     }
@@ -88,6 +91,9 @@ void ViewController::present(QQuickItem& item, bool animated) {
     root->setParentItem(&item);
     if (QQuickWindow* const shownIn = root->window()) {
         focusedBefore = shownIn->activeFocusItem();
+    }
+    disableWhatLiesBehind();
+    if (root->window() != nullptr) {
         root->forceActiveFocus(Qt::OtherFocusReason);
     }
     root->setOpacity(1);
@@ -97,6 +103,10 @@ void ViewController::present(QQuickItem& item, bool animated) {
 }
 
 void ViewController::present(QQuickWindow& window, bool animated) {
+    // A window that was not shown yet has not passed its size on.
+    if (window.contentItem()->size().isEmpty()) {
+        window.contentItem()->setSize(window.size());
+    }
     present(*window.contentItem(), animated);
 }
 
@@ -109,7 +119,7 @@ void ViewController::present(bool animated) {
         remove();
     }
     ownWindow.reset(new OwnWindow([this] { closeRequested(); }));
-    present(*ownWindow->contentItem(), animated);
+    present(*ownWindow, animated);
     if (presented) {
         ownWindow->show();
     }
@@ -128,6 +138,23 @@ void ViewController::dismiss(bool animated) {
     }
 }
 
+void ViewController::disableWhatLiesBehind() {
+    for (QQuickItem* const sibling : parent->childItems()) {
+        if (sibling != root.get() && sibling->isEnabled()) {
+            sibling->setEnabled(false);
+            disabled.emplace_back(sibling);
+        }
+    }
+}
+
+void ViewController::enableWhatLiesBehind() {
+    for (const QPointer<QQuickItem>& sibling : std::exchange(disabled, {})) {
+        if (sibling) {
+            sibling->setEnabled(true);
+        }
+    }
+}
+
 void ViewController::fade(double from, double to) {
     if (transition) {
         transition->stop();
@@ -141,7 +168,7 @@ void ViewController::fade(double from, double to) {
 
 void ViewController::fadeOut() {
     fade(root->opacity(), 0);
-    QObject::connect(transition, &QAbstractAnimation::finished, root.get(), [this] { remove(); });
+    QObject::connect(transition, &QAbstractAnimation::finished, &receiver, [this] { remove(); });
 }
 
 void ViewController::remove() {
@@ -163,6 +190,7 @@ void ViewController::wasRemoved() {
     }
     parent = nullptr;
     root->setVisible(false);
+    enableWhatLiesBehind();
     ownWindow.reset();
     if (focusedBefore) {
         focusedBefore->forceActiveFocus(Qt::OtherFocusReason);

@@ -5,6 +5,7 @@
 #include <QQuickWindow>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "Internal/Views/InterfaceFile.h"
 #include "Internal/Views/ItemPointer.h"
@@ -49,6 +50,9 @@ protected:
 
     /// The interface file's outermost item; null where there is no file. Only once the view is loaded.
     [[nodiscard]] QQuickItem* content() const { return items.get(); }
+    /// Receives signals for this object, and no more once it goes; its items live a little longer.
+    QObject receiver;
+
     /// Lays out once more, before the next picture is drawn.
     void setNeedsLayout();
 
@@ -71,6 +75,9 @@ private:
 
     void loadView();
     void layOut();
+    /// What lies behind the screen takes no input meanwhile.
+    void disableWhatLiesBehind();
+    void enableWhatLiesBehind();
     void fade(double from, double to);
     void fadeOut();
     void remove();
@@ -81,6 +88,7 @@ private:
     ItemPointer<RootView> root;
     ItemPointer<QQuickItem> items;
     QPointer<QQuickItem> parent;
+    std::vector<QPointer<QQuickItem>> disabled;
     QPointer<QQuickItem> focusedBefore;
     QPointer<QPropertyAnimation> transition;
     bool presented = false;

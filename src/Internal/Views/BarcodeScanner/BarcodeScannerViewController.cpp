@@ -40,7 +40,7 @@ void BarcodeScannerViewController::viewDidLoad() {
     scanlineView = &connection(*content(), "scanlineView");
     scannerFrameView = &connection(*content(), "scannerFrameView");
     scannerFrameWidth = &connection<QObject>(*content(), "scannerFrameWidth");
-    connectAction(*content(), "cancelControl", [this] { cancelTapped(); });
+    connectAction(*content(), "cancelControl", lifetime.guard([this] { cancelTapped(); }));
     scanlineColor = scanlineView->property("color");
     scannerFrameWidth->setProperty("constant", frameWidthInContainer * containerView->width());
     scannerView->metadataObjectTypes = metadataObjectTypes;
@@ -50,10 +50,10 @@ void BarcodeScannerViewController::viewDidLoad() {
     QQmlProperty::write(scannerFrameView, "border.width", 1.0);
     QQmlProperty::write(scannerFrameView, "border.color", QColor(Qt::white));
     const auto frameMoved = [this] { setNeedsLayout(); };
-    QObject::connect(scannerFrameView, &QQuickItem::xChanged, &view(), frameMoved);
-    QObject::connect(scannerFrameView, &QQuickItem::yChanged, &view(), frameMoved);
-    QObject::connect(scannerFrameView, &QQuickItem::widthChanged, &view(), frameMoved);
-    QObject::connect(scannerFrameView, &QQuickItem::heightChanged, &view(), frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::xChanged, &receiver, frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::yChanged, &receiver, frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::widthChanged, &receiver, frameMoved);
+    QObject::connect(scannerFrameView, &QQuickItem::heightChanged, &receiver, frameMoved);
 }
 
 void BarcodeScannerViewController::viewWillAppear() {

@@ -1,0 +1,449 @@
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QQmlProperty>
+
+#include "Facade/Quorvane.h"
+#include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
+#include "Internal/Views/BarcodeScanner/RecordingScannerDelegate.h"
+#include "Internal/Views/ScreenTest.h"
+
+namespace quorvane::capture {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::BarcodeType;
+
+class BarcodeScannerViewControllerTest : public ScreenTest {
+protected:
+    BarcodeScannerViewControllerTest() {
+        capture::install(devices());
+        newScanner();
+    }
+
+    /// As a host gets one.
+    void newScanner() {
+        scanner = std::dynamic_pointer_cast<BarcodeScannerViewController>(Quorvane::createBarcodeScanner());
+        ASSERT_NE(scanner, nullptr);
+        scanner->BarcodeScannerViewControllerType::delegate = host;
+    }
+
+    void present() { capture::present(*scanner, *window, false); }
+
+    [[nodiscard]] QQuickItem& item(const char* name) { return connection(scanner->view(), name); }
+    [[nodiscard]] QColor scanlineColor() { return item("scanlineView").property("color").value<QColor>(); }
+    [[nodiscard]] double frameWidth() {
+        return connection<QObject>(scanner->view(), "scannerFrameWidth").property("constant").toDouble();
+    }
+    [[nodiscard]] QString hint() { return item("hintLabel").property("text").toString(); }
+
+    /// A frame that holds a code; it is read and its stop told.
+    void scan(const std::string& code) {
+        const std::size_t before = host->calls.size();
+        readers->find({qrCode(code)});
+        cameras->camera->show(testing::plainFrame(64, 48, 128));
+        EXPECT_TRUE(world->runUntil([&] { return host->calls.size() > before; }));
+    }
+
+    const std::shared_ptr<RecordingScannerDelegate> host = std::make_shared<RecordingScannerDelegate>();
+    std::shared_ptr<BarcodeScannerViewController> scanner;
+};
+
+using BarcodeScannerViewControllerDeathTest = BarcodeScannerViewControllerTest;
+
+TEST_F(BarcodeScannerViewControllerTest, TheScannerRecognisesAllThirteenTypesInTheirOrder) {
+    present();
+    EXPECT_EQ(readers->typesAsked().back(),
+              (std::vector<BarcodeType>{
+                  BarcodeType::aztec, BarcodeType::code128, BarcodeType::code39, BarcodeType::code39Mod43,
+                  BarcodeType::code93, BarcodeType::dataMatrix, BarcodeType::interleaved2of5, BarcodeType::itf14,
+                  BarcodeType::qr, BarcodeType::ean8, BarcodeType::ean13, BarcodeType::pdf417, BarcodeType::upce}));
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheCameraViewFillsTheScreenBehindEverythingElse) {
+    present();
+    EXPECT_EQ(scanner->barcodeScannerView().size(), QSizeF(360, 640));
+    EXPECT_EQ(scanner->view().childItems().first(), &scanner->barcodeScannerView());
+    resize({640, 360});
+    EXPECT_EQ(scanner->barcodeScannerView().size(), QSizeF(640, 360));
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheFrameIsASquareOfThreeQuartersOfTheContainersWidth) {
+    present();
+    EXPECT_EQ(frameWidth(), 270);
+    EXPECT_EQ(item("scannerFrameView").size(), QSizeF(270, 270));
+    resize({640, 360});
+    EXPECT_EQ(frameWidth(), 270);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, OnAWideScreenTheFrameKeepsWithinIt) {
+    resize({1280, 800});
+    present();
+    EXPECT_EQ(frameWidth(), 960);
+    const QQuickItem& frame = item("scannerFrameView");
+    EXPECT_EQ(frame.width(), frame.height());
+    EXPECT_GE(frame.y(), 0);
+    EXPECT_LE(frame.y() + frame.height(), 800);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheFrameHasAWhiteBorderOnePointWide) {
+    present();
+    EXPECT_EQ(QQmlProperty::read(&item("scannerFrameView"), "border.width").toDouble(), 1.0);
+    EXPECT_EQ(QQmlProperty::read(&item("scannerFrameView"), "border.color").value<QColor>(), Qt::white);
+    const QPointF corner = item("scannerFrameView").position();
+    EXPECT_EQ(colorAt((corner + QPointF(0, 100)).toPoint()), Qt::white);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheContainerIsDarkAroundTheFrameAndOpenWithinIt) {
+    for (const QSize size : {QSize(360, 640), QSize(800, 500)}) {
+        resize(size);
+        present();
+        cameras->camera->show(testing::plainFrame(64, 48, 200));
+        settle();
+        const QRectF frame = item("scannerFrameView").mapRectToScene(item("scannerFrameView").boundingRect());
+        const QImage shown = picture();
+        EXPECT_EQ(shown.pixelColor((frame.topLeft() + QPointF(5, 5)).toPoint()), QColor(200, 200, 200));
+        EXPECT_EQ(shown.pixelColor((frame.bottomRight() - QPointF(6, 6)).toPoint()), QColor(200, 200, 200));
+        EXPECT_LT(shown.pixelColor((frame.topLeft() - QPointF(5, 5)).toPoint()).lightness(), 100);
+        EXPECT_LT(shown.pixelColor((frame.bottomRight() + QPointF(5, 5)).toPoint()).lightness(), 100);
+        EXPECT_LT(shown.pixelColor(2, size.height() - 3).lightness(), 100);
+    }
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheReaderIsToldWhereTheFrameIs) {
+    present();
+    cameras->camera->show(testing::plainFrame(360, 640, 0));
+    ASSERT_TRUE(readers->waitForReads(1));
+    const auto aim = readers->reads()[0].aim;
+    ASSERT_TRUE(aim.has_value());
+    EXPECT_DOUBLE_EQ(aim->x, 45.0 / 360);
+    EXPECT_DOUBLE_EQ(aim->y, 185.0 / 640);
+    EXPECT_DOUBLE_EQ(aim->width, 270.0 / 360);
+    EXPECT_DOUBLE_EQ(aim->height, 270.0 / 640);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostHearsTheStopAtOnceAndTheSuccessHalfASecondLaterAfterTheDismissal) {
+    present();
+    std::vector<bool> wasPresented;
+    host->whenCalled = [&](const std::string&) { wasPresented.push_back(scanner->isPresented()); };
+    scan("4006381333931");
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+    EXPECT_EQ(sounds->played.size(), 1U);
+    advance(499'999'999ns);
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+    EXPECT_TRUE(scanner->isPresented());
+    advance(1ns);
+    EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded 4006381333931"}));
+    EXPECT_EQ(wasPresented, (std::vector<bool>{true, false}));
+    advance(10s);
+    EXPECT_EQ(host->calls.size(), 2U);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheScanLineTurnsGreenWithinAFifthOfASecond) {
+    present();
+    const QColor before = scanlineColor();
+    EXPECT_NE(before, Qt::green);
+    scan("green");
+    animations.pass(100);
+    EXPECT_NE(scanlineColor(), before);
+    EXPECT_NE(scanlineColor(), Qt::green);
+    animations.pass(99);
+    EXPECT_NE(scanlineColor(), Qt::green);
+    animations.pass(1);
+    EXPECT_EQ(scanlineColor(), Qt::green);
+    EXPECT_EQ(hint(), "Barcode found");
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheScreenFadesAwayAfterASuccess) {
+    present();
+    scan("animated");
+    advance(500ms);
+    EXPECT_NE(scanner->view().parentItem(), nullptr);
+    animations.pass(ViewController::transitionMilliseconds);
+    EXPECT_EQ(scanner->view().parentItem(), nullptr);
+    EXPECT_EQ(colorAt({180, 320}), Qt::white);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, ATapOnCancelStopsTheSessionTellsTheStopAndDismisses) {
+    present();
+    bool ranAtTheStop = true;
+    bool wasPresentedAtTheStop = false;
+    host->whenCalled = [&](const std::string&) {
+        ranAtTheStop = cameras->camera->isRunning();
+        wasPresentedAtTheStop = scanner->isPresented();
+    };
+    tap(item("cancelControl"));
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+    EXPECT_FALSE(ranAtTheStop);
+    EXPECT_TRUE(wasPresentedAtTheStop);
+    EXPECT_FALSE(scanner->isPresented());
+    EXPECT_TRUE(sounds->played.empty());
+    advance(10s);
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, CancelIsTappedByKeysToo) {
+    for (const int key : {Qt::Key_Escape, Qt::Key_Back, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        host->calls.clear();
+        present();
+        press(key);
+        EXPECT_EQ(host->calls, Calls{"stopped"}) << key;
+        EXPECT_FALSE(scanner->isPresented()) << key;
+    }
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AScreenOnItsWayOutTakesNoSecondCancel) {
+    present();
+    tap(item("cancelControl"));
+    tap(item("cancelControl"));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, ACancelBetweenScanAndSuccessIsToldAndTheSuccessComesAllTheSame) {
+    present();
+    scan("both");
+    advance(200ms);
+    tap(item("cancelControl"));
+    EXPECT_EQ(host->calls, (Calls{"stopped", "stopped"}));
+    EXPECT_FALSE(scanner->isPresented());
+    advance(300ms);
+    EXPECT_EQ(host->calls, (Calls{"stopped", "stopped", "succeeded both"}));
+}
+
+TEST_F(BarcodeScannerViewControllerTest, CodesThatArriveAfterACancelAreNotTold) {
+    present();
+    readers->find({qrCode("late")});
+    cameras->camera->show(testing::plainFrame(64, 48, 0));
+    ASSERT_TRUE(readers->waitForReads(1));
+    tap(item("cancelControl"));
+    advance(10s);
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, EachPresentationScansAnewWithASessionOfItsOwn) {
+    for (int i = 0; i < 2; ++i) {
+        host->calls.clear();
+        present();
+        EXPECT_NE(scanlineColor(), Qt::green);
+        EXPECT_EQ(hint(), "Point the camera at a barcode");
+        scan("again");
+        animations.pass(BarcodeScannerViewController::greenMilliseconds);
+        advance(500ms);
+        EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded again"}));
+    }
+    EXPECT_EQ(cameras->camera->openCount(), 2);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, PresentedTwiceItIsSetUpOnce) {
+    present();
+    present();
+    EXPECT_EQ(cameras->camera->openCount(), 1);
+    EXPECT_TRUE(scanner->isPresented());
+}
+
+TEST_F(BarcodeScannerViewControllerTest, ASuccessDoesNotCloseAPresentationThatBeganAfterItsScan) {
+    present();
+    scan("first");
+    tap(item("cancelControl"));
+    present();
+    advance(500ms);
+    EXPECT_EQ(host->calls.back(), "succeeded first");
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_TRUE(cameras->camera->isRunning());
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostMayPresentAgainInTheCallOfTheSuccess) {
+    present();
+    host->whenCalled = [&](const std::string& call) {
+        if (call == "succeeded first") {
+            present();
+        }
+    };
+    scan("first");
+    advance(500ms);
+    EXPECT_TRUE(scanner->isPresented());
+    scan("second");
+    advance(500ms);
+    EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded first", "stopped", "succeeded second"}));
+}
+
+TEST_F(BarcodeScannerViewControllerTest, WithoutACameraTheHostIsToldAndTheScreenStays) {
+    cameras->hasCamera = false;
+    present();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_TRUE(scanner->barcodeScannerView().captureSession->isRunning());
+    EXPECT_EQ(hint(), "The camera cannot be used");
+    capture::dismiss(*scanner, false);
+    EXPECT_FALSE(scanner->isPresented());
+    EXPECT_EQ(host->calls, Calls{"failed"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AFailureEndsWithTheNextPresentation) {
+    cameras->camera->isInUse = true;
+    present();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    capture::dismiss(*scanner, false);
+    cameras->camera->isInUse = false;
+    present();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_EQ(hint(), "Point the camera at a barcode");
+    EXPECT_TRUE(cameras->camera->isRunning());
+}
+
+TEST_F(BarcodeScannerViewControllerTest, ACameraThatIsUnpluggedWhileScanningIsToldAndTheScreenStays) {
+    present();
+    cameras->camera->unplug();
+    settle();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_EQ(hint(), "The camera cannot be used");
+    tap(item("cancelControl"));
+    EXPECT_EQ(host->calls, (Calls{"failed", "stopped"}));
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostMayDismissInTheCallOfTheFailure) {
+    cameras->hasCamera = false;
+    host->whenCalled = [&](const std::string&) { capture::dismiss(*scanner); };
+    capture::present(*scanner, *window);
+    EXPECT_FALSE(scanner->isPresented());
+    EXPECT_EQ(colorAt({180, 320}), Qt::white);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, DismissedByTheHostItStopsAndTellsNothing) {
+    present();
+    capture::dismiss(*scanner, false);
+    EXPECT_FALSE(cameras->camera->isRunning());
+    EXPECT_EQ(host->calls, Calls{});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, WithItsWindowTheCameraStops) {
+    present();
+    window.reset();
+    EXPECT_FALSE(cameras->camera->isRunning());
+    EXPECT_EQ(host->calls, Calls{});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, ClosingItsOwnWindowIsACancel) {
+    capture::present(*scanner, false);
+    ASSERT_NE(scanner->window(), nullptr);
+    scanner->window()->close();
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+    EXPECT_FALSE(scanner->isPresented());
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostThatLetsItsDelegateGoHearsNothing) {
+    const std::weak_ptr<RecordingScannerDelegate> gone = [&] {
+        auto other = std::make_shared<RecordingScannerDelegate>();
+        scanner->BarcodeScannerViewControllerType::delegate = other;
+        return other;
+    }();
+    EXPECT_TRUE(gone.expired());
+    present();
+    readers->find({qrCode("unheard")});
+    cameras->camera->show(testing::plainFrame(64, 48, 0));
+    EXPECT_TRUE(world->runUntil([&] { return !sounds->played.empty(); }));
+    advance(500ms);
+    EXPECT_FALSE(scanner->isPresented());
+    EXPECT_EQ(host->calls, Calls{});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, LetGoOfWhileFramesArriveItStopsAndTellsNothing) {
+    present();
+    readers->find({qrCode("late")});
+    cameras->camera->show(testing::plainFrame(64, 48, 0));
+    ASSERT_TRUE(readers->waitForReads(1));
+    scanner.reset();
+    EXPECT_FALSE(cameras->camera->isRunning());
+    cameras->camera->show(testing::plainFrame(64, 48, 0));
+    advance(10s);
+    EXPECT_EQ(host->calls, Calls{});
+    EXPECT_EQ(colorAt({180, 320}), Qt::white);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, LetGoOfBetweenScanAndSuccessItTellsNoMore) {
+    present();
+    scan("never");
+    scanner.reset();
+    advance(10s);
+    animations.pass(1000);
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostMayLetGoOfItInAnyCall) {
+    for (const char* moment : {"stopped", "succeeded bye", "failed"}) {
+        host->calls.clear();
+        cameras->hasCamera = std::string(moment) != "failed";
+        newScanner();
+        host->whenCalled = [&](const std::string& call) {
+            if (call == moment) {
+                scanner.reset();
+            }
+        };
+        present();
+        if (scanner) {
+            scan("bye");
+            advance(10s);
+        }
+        EXPECT_EQ(host->calls.back(), moment);
+        EXPECT_EQ(colorAt({180, 320}), Qt::white);
+    }
+}
+
+TEST_F(BarcodeScannerViewControllerTest, AHostMayLetGoOfItInTheCallOfItsCancel) {
+    host->whenCalled = [&](const std::string&) { scanner.reset(); };
+    present();
+    tap(item("cancelControl"));
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+    EXPECT_EQ(colorAt({180, 320}), Qt::white);
+}
+
+TEST_F(BarcodeScannerViewControllerTest, CancelIsAButtonWithANameThatIsLargeEnoughForAFinger) {
+    for (const QSize size : {QSize(360, 640), QSize(640, 360), QSize(412, 915), QSize(1280, 800)}) {
+        resize(size);
+        present();
+        QQuickItem& cancel = item("cancelControl");
+        EXPECT_GE(cancel.width(), 44);
+        EXPECT_GE(cancel.height(), 44);
+        const QRectF area = cancel.mapRectToScene(cancel.boundingRect());
+        EXPECT_TRUE(QRectF(QPointF(), QSizeF(size)).contains(area));
+        EXPECT_FALSE(area.intersects(item("scannerFrameView").mapRectToScene(item("scannerFrameView").boundingRect())));
+        EXPECT_TRUE(cancel.hasActiveFocus());
+    }
+    QAccessible::setActive(true);
+    QAccessibleInterface* const button = QAccessible::queryAccessibleInterface(&item("cancelControl"));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    EXPECT_EQ(button->text(QAccessible::Name), "Cancel");
+}
+
+TEST_F(BarcodeScannerViewControllerTest, TheFocusStaysOnTheScreen) {
+    QQuickItem behind(window->contentItem());
+    behind.setActiveFocusOnTab(true);
+    present();
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(item("cancelControl").hasActiveFocus());
+}
+
+TEST_F(BarcodeScannerViewControllerDeathTest, EachMissingConnectionIsFatal) {
+    const auto load = [&] {
+        std::make_shared<BarcodeScannerViewController>(InterfaceFile::named("ScannerWithout").value(), devices())
+            ->present(*window, false);
+    };
+    for (const char* name :
+         {"containerView", "scanlineView", "scannerFrameView", "scannerFrameWidth", "cancelControl"}) {
+        QGuiApplication::setApplicationDisplayName(name);
+        EXPECT_DEATH(load(), "must hold each connection") << name;
+    }
+    QGuiApplication::setApplicationDisplayName("");
+    load();
+}
+
+TEST_F(BarcodeScannerViewControllerDeathTest, ScreensOfOthersCannotBePresented) {
+    class OtherScreen : public BarcodeScannerViewControllerType {};
+    OtherScreen other;
+    EXPECT_DEATH(capture::present(other, *window), "must come from Quorvane::Capture");
+}
+
+} // namespace
+} // namespace quorvane::capture

@@ -1,0 +1,224 @@
+#include <QPointer>
+#include <QTest>
+
+#include "Internal/Views/OwnWindow.h"
+#include "Internal/Views/ScreenTest.h"
+#include "Internal/Views/ViewController.h"
+
+namespace quorvane::capture {
+namespace {
+
+using Steps = std::vector<std::string>;
+
+class SomeController final : public ViewController {
+public:
+    explicit SomeController(Steps& theSteps) : ViewController(InterfaceFile::named("Plain")), steps(theSteps) {}
+
+    std::function<void()> whenAppearing;
+
+protected:
+    void viewDidLoad() override { steps.push_back("loaded at " + sizeText(content()->size())); }
+    void viewWillAppear() override {
+        steps.emplace_back("appears");
+        if (whenAppearing) {
+            whenAppearing();
+        }
+    }
+    void viewWillLayoutSubviews() override {
+        steps.push_back("lays out " + sizeText(view().size()) + " from " + sizeText(content()->size()));
+    }
+    void viewDidLayoutSubviews() override { steps.push_back("laid out " + sizeText(content()->size())); }
+    void viewDidDisappear() override { steps.emplace_back("gone"); }
+
+private:
+    static std::string sizeText(const QSizeF& size) {
+        return std::to_string(static_cast<int>(size.width())) + "x" + std::to_string(static_cast<int>(size.height()));
+    }
+
+    Steps& steps;
+};
+
+class PresentationTest : public ScreenTest {
+protected:
+    PresentationTest() { resize({200, 300}); }
+
+    [[nodiscard]] Steps newSteps() { return std::exchange(steps, {}); }
+
+    Steps steps;
+    std::shared_ptr<SomeController> controller = std::make_shared<SomeController>(steps);
+};
+
+TEST_F(PresentationTest, AScreenIsLoadedAppearsAndIsLaidOutInThisOrder) {
+    EXPECT_EQ(newSteps(), Steps{});
+    controller->present(*window, false);
+    EXPECT_EQ(newSteps(), (Steps{"loaded at 200x300", "appears", "lays out 200x300 from 200x300", "laid out 200x300"}));
+    EXPECT_TRUE(controller->isPresented());
+    EXPECT_EQ(colorAt({100, 150}), Qt::blue);
+}
+
+TEST_F(PresentationTest, AScreenIsLoadedOnceAndAppearsEachTime) {
+    controller->present(*window, false);
+    controller->dismiss(false);
+    EXPECT_EQ(newSteps().back(), "gone");
+    EXPECT_EQ(colorAt({100, 150}), Qt::white);
+    controller->present(*window, false);
+    EXPECT_EQ(newSteps().front(), "appears");
+    EXPECT_EQ(colorAt({100, 150}), Qt::blue);
+}
+
+TEST_F(PresentationTest, AScreenFollowsTheSizeOfWhatItIsShownIn) {
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+    resize({300, 200});
+    EXPECT_EQ(newSteps().back(), "laid out 300x200");
+    EXPECT_EQ(colorAt({290, 190}), Qt::blue);
+}
+
+TEST_F(PresentationTest, AScreenIsShownAllOverAnItemAndNoFurther) {
+    QQuickItem item(window->contentItem());
+    item.setPosition({50, 60});
+    item.setSize({100, 100});
+    controller->present(item, false);
+    const QImage shown = picture();
+    EXPECT_EQ(shown.pixelColor(51, 61), Qt::blue);
+    EXPECT_EQ(shown.pixelColor(148, 158), Qt::blue);
+    EXPECT_EQ(shown.pixelColor(49, 61), Qt::white);
+    EXPECT_EQ(shown.pixelColor(152, 100), Qt::white);
+}
+
+TEST_F(PresentationTest, AScreenFadesInAndOutAndTakesNoInputOnItsWayOut) {
+    controller->present(*window, true);
+    EXPECT_EQ(controller->view().opacity(), 0);
+    animations.pass(ViewController::transitionMilliseconds / 2);
+    EXPECT_NEAR(controller->view().opacity(), 0.5, 0.1);
+    animations.pass(ViewController::transitionMilliseconds);
+    EXPECT_EQ(controller->view().opacity(), 1);
+    static_cast<void>(newSteps());
+
+    controller->dismiss(true);
+    EXPECT_FALSE(controller->isPresented());
+    EXPECT_FALSE(controller->view().isEnabled());
+    animations.pass(ViewController::transitionMilliseconds / 2);
+    EXPECT_NEAR(controller->view().opacity(), 0.5, 0.1);
+    EXPECT_EQ(newSteps(), Steps{});
+    animations.pass(ViewController::transitionMilliseconds);
+    EXPECT_EQ(newSteps(), Steps{"gone"});
+    EXPECT_EQ(controller->view().parentItem(), nullptr);
+}
+
+TEST_F(PresentationTest, AScreenThatIsShownStaysWhereItIs) {
+    QQuickItem item(window->contentItem());
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+    controller->present(item, false);
+    controller->present(false);
+    EXPECT_EQ(controller->view().parentItem(), window->contentItem());
+    EXPECT_EQ(newSteps(), Steps{});
+}
+
+TEST_F(PresentationTest, DismissedTwiceOrBeforeItIsShownAScreenGoesOnceOrNotAtAll) {
+    controller->dismiss(true);
+    EXPECT_EQ(newSteps(), Steps{});
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+    controller->dismiss(true);
+    controller->dismiss(false);
+    animations.pass(1000);
+    controller->dismiss(true);
+    EXPECT_EQ(newSteps(), Steps{"gone"});
+}
+
+TEST_F(PresentationTest, AScreenThatFadesOutCanBeShownAtOnce) {
+    controller->present(*window, false);
+    controller->dismiss(true);
+    static_cast<void>(newSteps());
+    controller->present(*window, false);
+    EXPECT_EQ(newSteps()[0], "gone");
+    animations.pass(1000);
+    EXPECT_TRUE(controller->isPresented());
+    EXPECT_TRUE(controller->view().isEnabled());
+    EXPECT_EQ(controller->view().opacity(), 1);
+    EXPECT_EQ(colorAt({100, 150}), Qt::blue);
+}
+
+TEST_F(PresentationTest, AScreenThatIsDismissedWhileItAppearsIsNotShown) {
+    for (const bool animated : {false, true}) {
+        controller->whenAppearing = [&] { controller->dismiss(animated); };
+        controller->present(*window, true);
+        animations.pass(1000);
+        EXPECT_EQ(newSteps().back(), "gone");
+        EXPECT_FALSE(controller->isPresented());
+        EXPECT_EQ(colorAt({100, 150}), Qt::white);
+    }
+}
+
+TEST_F(PresentationTest, AScreenThatIsLetGoOfWhileItAppearsIsGoneAfterwards) {
+    controller->whenAppearing = [&] { controller.reset(); };
+    controller->present(*window, false);
+    EXPECT_EQ(controller, nullptr);
+    EXPECT_EQ(colorAt({100, 150}), Qt::white);
+}
+
+TEST_F(PresentationTest, AScreenGoesAtOnceWithTheLastPointerToIt) {
+    controller->present(*window, false);
+    controller->dismiss(true);
+    controller.reset();
+    EXPECT_EQ(colorAt({100, 150}), Qt::white);
+    animations.pass(1000);
+}
+
+TEST_F(PresentationTest, AScreenIsGoneWithTheWindowOrItemThatItIsShownIn) {
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+    window.reset();
+    EXPECT_EQ(newSteps(), Steps{"gone"});
+    EXPECT_FALSE(controller->isPresented());
+
+    auto item = std::make_unique<QQuickItem>();
+    item->setSize({10, 10});
+    controller->present(*item, false);
+    item.reset();
+    controller->dismiss(false);
+    EXPECT_EQ(newSteps().back(), "gone");
+}
+
+TEST_F(PresentationTest, AScreenInAWindowOfItsOwnGoesWhenTheUserClosesIt) {
+    controller->present(false);
+    const QPointer<QQuickWindow> own = controller->window();
+    ASSERT_NE(own, nullptr);
+    EXPECT_NE(own, window.get());
+    EXPECT_TRUE(own->isVisible());
+    EXPECT_EQ(newSteps().front(), "loaded at 412x732");
+    EXPECT_EQ(own->grabWindow().pixelColor(10, 10), Qt::blue);
+    static_cast<void>(newSteps());
+    own->close();
+    EXPECT_EQ(newSteps(), Steps{"gone"});
+    EXPECT_FALSE(own->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(own, nullptr);
+}
+
+TEST_F(PresentationTest, WhatLiesBehindAScreenGetsNoTouchesAndHasItsFocusBackAfterwards) {
+    const auto behind = InterfaceFile::named("Plain")->instantiate();
+    behind->setParentItem(window->contentItem());
+    behind->setSize({200, 300});
+    int taps = 0;
+    connectAction(*behind, "button", [&] { ++taps; });
+    behind->forceActiveFocus();
+    tap(QPoint(20, 20));
+    EXPECT_EQ(taps, 1);
+
+    controller->present(*window, false);
+    EXPECT_FALSE(behind->hasActiveFocus());
+    tap(QPoint(20, 20));
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, {20, 20});
+    EXPECT_EQ(taps, 1);
+
+    controller->dismiss(false);
+    EXPECT_TRUE(behind->hasActiveFocus());
+    tap(QPoint(20, 20));
+    EXPECT_EQ(taps, 2);
+}
+
+} // namespace
+} // namespace quorvane::capture
