@@ -3,8 +3,11 @@
 #include <utility>
 
 #include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
+#include "Internal/Views/BarcodeScanner/ZXingBarcodeReaders.h"
 #include "Internal/Views/CameraOverlay/CameraOverlayView.h"
 #include "Internal/Views/CameraOverlay/CameraPicker.h"
+#include "Internal/Views/Devices/QtCameras.h"
+#include "Internal/Views/Devices/QtSystemSound.h"
 #include "Platform/Platform.h"
 #include "Platform/Qt/QtAccelerometer.h"
 #include "Tasks/QVQuestion.h"
@@ -16,6 +19,15 @@ using platform::ImagePicker;
 namespace {
 
 Devices completed(Devices devices) {
+    if (!devices.cameras) {
+        devices.cameras = std::make_shared<QtCameras>();
+    }
+    if (!devices.readers) {
+        devices.readers = std::make_shared<ZXingBarcodeReaders>();
+    }
+    if (!devices.sounds) {
+        devices.sounds = std::make_shared<QtSystemSound>();
+    }
     if (!devices.accelerometer) {
         platform::Platform& platform = platform::current();
         devices.accelerometer = std::make_shared<platform::qt::QtAccelerometer>(platform.clock(), platform.mainQueue());

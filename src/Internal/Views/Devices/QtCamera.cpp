@@ -1,0 +1,108 @@
+#include "Internal/Views/Devices/QtCamera.h"
+
+#include <utility>
+
+#include "Internal/Views/Devices/QtFrame.h"
+#include "Platform/Platform.h"
+#include "Platform/Qt/QtImage.h"
+
+namespace quorvane::capture {
+
+QtCamera::QtCamera(const QCameraDevice& theDevice)
+    : mainQueue(platform::current().mainQueue()), device(theDevice), camera(theDevice) {
+    session.setCamera(&camera);
+    session.setVideoSink(&sink);
+    session.setImageCapture(&photos);
+    // On the thread that the frame comes on.
+    QObject::connect(
+        &sink, &QVideoSink::videoFrameChanged, &sink,
+        [this](const QVideoFrame& frame) { gate.pass(videoFrameOf(frame)); }, Qt::DirectConnection);
+    QObject::connect(&camera, &QCamera::errorOccurred, &camera, [this] { checkThatItIsThere(); });
+    QObject::connect(&camera, &QCamera::activeChanged, &camera, [this] { checkThatItIsThere(); });
+    QObject::connect(&devices, &QMediaDevices::videoInputsChanged, &devices, [this] { checkThatItIsThere(); });
+    QObject::connect(&photos, &QImageCapture::readyForCaptureChanged, &photos, [this] { captureOnceReady(); });
+    QObject::connect(&photos, &QImageCapture::imageCaptured, &photos,
+                     [this](int /*id*/, const QImage& picture) { answerPhoto(picture); });
+    QObject::connect(&photos, &QImageCapture::errorOccurred, &photos, [this] { answerPhoto({}); });
+}
+
+QtCamera::~QtCamera() {
+    QtCamera::stop();
+    mainQueue.cancel(photoGivenUp);
+    sink.disconnect();
+}
+
+bool QtCamera::isThere() const {
+    return camera.isAvailable() && camera.error() == QCamera::NoError && QMediaDevices::videoInputs().contains(device);
+}
+
+bool QtCamera::open() {
+    if (!isThere()) {
+        return false;
+    }
+    // One that another program uses shows only now.
+    camera.start();
+    return isThere() && camera.isActive();
+}
+
+void QtCamera::start(FrameHandler frame, FailureHandler failed) {
+    failureHandler = std::move(failed);
+    running = true;
+    gate.open(std::move(frame));
+    camera.start();
+    checkThatItIsThere();
+}
+
+void QtCamera::stop() {
+    running = false;
+    gate.close();
+    failureHandler = nullptr;
+    camera.stop();
+}
+
+void QtCamera::checkThatItIsThere() {
+    if (running && failureHandler && !(isThere() && camera.isActive())) {
+        mainQueue.post(lifetime.guard([this] { fail(); }));
+    }
+}
+
+void QtCamera::fail() {
+    if (const FailureHandler failed = std::exchange(failureHandler, nullptr)) {
+        failed();
+    }
+}
+
+void QtCamera::takePhoto(bool flash, PhotoHandler completion) {
+    if (photoHandler || !running) {
+        mainQueue.post([completion = std::move(completion)] { completion(nullptr); });
+        return;
+    }
+    photoHandler = std::move(completion);
+    capturing = false;
+    camera.setFlashMode(flash && hasFlash() ? QCamera::FlashOn : QCamera::FlashOff);
+    photoGivenUp = mainQueue.postAfter(photoPatience, lifetime.guard([this] { answerPhoto({}); }));
+    captureOnceReady();
+}
+
+void QtCamera::captureOnceReady() {
+    if (photoHandler && !capturing && photos.isReadyForCapture()) {
+        capturing = true;
+        if (photos.capture() < 0) {
+            answerPhoto({});
+        }
+    }
+}
+
+void QtCamera::answerPhoto(const QImage& picture) {
+    if (!photoHandler) {
+        return;
+    }
+    mainQueue.cancel(photoGivenUp);
+    std::shared_ptr<const platform::Image> photo;
+    if (!picture.isNull()) {
+        photo = std::make_shared<platform::qt::QtImage>(picture.convertToFormat(QImage::Format_RGB888));
+    }
+    mainQueue.post([photo = std::move(photo), handler = std::exchange(photoHandler, nullptr)] { handler(photo); });
+}
+
+} // namespace quorvane::capture

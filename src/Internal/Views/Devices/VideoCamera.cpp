@@ -1,0 +1,106 @@
+#include "Internal/Views/Devices/VideoCamera.h"
+
+#include <QUrl>
+#include <utility>
+
+#include "Internal/Views/Devices/QtFrame.h"
+#include "Internal/Views/FrameImage.h"
+#include "Platform/Platform.h"
+#include "Platform/Qt/QtImage.h"
+
+namespace quorvane::capture {
+
+VideoCamera::VideoCamera(const std::string& path, std::optional<std::chrono::nanoseconds> theLasting)
+    : mainQueue(platform::current().mainQueue()), lasting(theLasting), afterTheEnd(mainQueue) {
+    player.setVideoSink(&sink);
+    // On the thread that the frame comes on.
+    QObject::connect(
+        &sink, &QVideoSink::videoFrameChanged, &sink, [this](const QVideoFrame& frame) { arrived(frame); },
+        Qt::DirectConnection);
+    // Later, for the player may not be stopped in its own signals.
+    const auto soon = [this](void (VideoCamera::*what)()) {
+        mainQueue.post(lifetime.guard([this, what] { (this->*what)(); }));
+    };
+    QObject::connect(&player, &QMediaPlayer::mediaStatusChanged, &player, [soon](QMediaPlayer::MediaStatus status) {
+        if (status == QMediaPlayer::EndOfMedia) {
+            soon(&VideoCamera::ended);
+        } else if (status == QMediaPlayer::InvalidMedia) {
+            soon(&VideoCamera::fail);
+        }
+    });
+    QObject::connect(&player, &QMediaPlayer::errorOccurred, &player, [soon] { soon(&VideoCamera::fail); });
+    player.setSource(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+VideoCamera::~VideoCamera() {
+    VideoCamera::stop();
+    sink.disconnect();
+    player.disconnect();
+}
+
+void VideoCamera::start(FrameHandler frame, FailureHandler failed) {
+    running = true;
+    failureHandler = std::move(failed);
+    gate.open(std::move(frame));
+    player.setPosition(0);
+    player.play();
+    if (player.error() != QMediaPlayer::NoError) {
+        mainQueue.post(lifetime.guard([this] { fail(); }));
+    }
+}
+
+void VideoCamera::stop() {
+    running = false;
+    failureHandler = nullptr;
+    gate.close();
+    afterTheEnd.stop();
+    player.stop();
+}
+
+void VideoCamera::arrived(const QVideoFrame& frame) {
+    const platform::VideoFrame arrived = videoFrameOf(frame);
+    if (arrived.width == 0) {
+        return;
+    }
+    {
+        const std::lock_guard lock(lastMutex);
+        last = arrived;
+    }
+    gate.pass(arrived);
+}
+
+platform::VideoFrame VideoCamera::lastFrame() {
+    const std::lock_guard lock(lastMutex);
+    return last;
+}
+
+void VideoCamera::ended() {
+    if (!running) {
+        return;
+    }
+    const platform::VideoFrame shown = lastFrame();
+    if (shown.width == 0) {
+        fail();
+        return;
+    }
+    afterTheEnd.start(
+        shown, [this](const platform::VideoFrame& frame) { gate.pass(frame); }, lasting, [this] { fail(); });
+}
+
+void VideoCamera::fail() {
+    afterTheEnd.stop();
+    if (const FailureHandler failed = std::exchange(failureHandler, nullptr)) {
+        failed();
+    }
+}
+
+void VideoCamera::takePhoto(bool /*flash*/, PhotoHandler completion) {
+    const QImage picture = imageOf(lastFrame());
+    std::shared_ptr<const platform::Image> photo;
+    if (!picture.isNull()) {
+        photo = std::make_shared<platform::qt::QtImage>(picture.convertToFormat(QImage::Format_RGB888));
+    }
+    mainQueue.post([photo = std::move(photo), completion = std::move(completion)] { completion(photo); });
+}
+
+} // namespace quorvane::capture

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QMediaPlayer>
+#include <QVideoSink>
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "Internal/Views/Devices/FrameGate.h"
+#include "Internal/Views/Devices/StillFrames.h"
+#include "Platform/Camera.h"
+#include "Platform/Lifetime.h"
+
+namespace quorvane::capture {
+
+/// A video that stands for a camera.
+class VideoCamera final : public platform::Camera {
+public:
+    /// After its end its last frame is seen for @p theLasting, and for ever without it.
+    VideoCamera(const std::string& path, std::optional<std::chrono::nanoseconds> theLasting);
+    ~VideoCamera() override;
+
+    [[nodiscard]] bool open() override { return true; }
+    void start(FrameHandler frame, FailureHandler failed) override;
+    void stop() override;
+    [[nodiscard]] bool isRunning() const override { return running; }
+    [[nodiscard]] bool hasFlash() const override { return false; }
+    void takePhoto(bool flash, PhotoHandler completion) override;
+
+private:
+    /// Any thread.
+    void arrived(const QVideoFrame& frame);
+    /// Empty when none came.
+    [[nodiscard]] platform::VideoFrame lastFrame();
+    void ended();
+    void fail();
+
+    platform::MainQueue& mainQueue;
+    const std::optional<std::chrono::nanoseconds> lasting;
+    FrameGate gate;
+    std::mutex lastMutex;
+    platform::VideoFrame last;
+    QVideoSink sink;
+    QMediaPlayer player;
+    StillFrames afterTheEnd;
+    FailureHandler failureHandler;
+    bool running = false;
+    platform::Lifetime lifetime;
+};
+
+} // namespace quorvane::capture
