@@ -1,21 +1,44 @@
 #include "benchmarks/support/Allocations.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
+
+#include <malloc.h>
 
 namespace {
 
 thread_local std::uint64_t count = 0;
+/// Signed: what another thread allocated may end on this one.
+thread_local std::int64_t held = 0;
+thread_local std::int64_t atStart = 0;
+thread_local std::int64_t most = 0;
 
 void* allocate(std::size_t size) {
     ++count;
-    return std::malloc(size == 0 ? 1 : size);
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    held += static_cast<std::int64_t>(malloc_usable_size(memory));
+    most = std::max(most, held);
+    return memory;
+}
+
+void release(void* memory) {
+    held -= static_cast<std::int64_t>(malloc_usable_size(memory));
+    std::free(memory);
 }
 
 } // namespace
 
 std::uint64_t quorvane::allocationCount() {
     return count;
+}
+
+std::uint64_t quorvane::peakBytes() {
+    return static_cast<std::uint64_t>(most - atStart);
+}
+
+void quorvane::startPeak() {
+    atStart = most = held;
 }
 
 // The whole program's: what a shared library allocates counts as well.
@@ -32,13 +55,13 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
+    release(memory);
 }
