@@ -79,6 +79,8 @@ FocusScope {
     }
 
     Rectangle {
+        objectName: "failureLabel"
+
         anchors.centerIn: framing
         width: Math.min(failureText.implicitWidth + 36, overlay.roomWidth)
         height: failureText.implicitHeight + 24
