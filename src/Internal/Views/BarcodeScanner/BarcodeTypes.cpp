@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace quorvane::capture {
 namespace {
@@ -73,14 +74,19 @@ bool fits(Type type, const std::string& text) {
     }
 }
 
-/// Control characters that no text uses: bytes taken for Latin-1 bring them about.
-bool hasUpperControls(std::string_view utf8) {
+/// Bytes that are no text show in what a character set was guessed to make of them: by zeros, by control characters
+/// beyond ASCII, by the character that stands for none.
+bool looksLikeBytes(std::string_view utf8) {
+    const auto isBeyondASCII = [](char unit) { return static_cast<unsigned char>(unit) >= 0x80; };
+    if (std::none_of(utf8.begin(), utf8.end(), isBeyondASCII)) {
+        return false;
+    }
     for (std::size_t i = 0; i + 1 < utf8.size(); ++i) {
         if (utf8[i] == '\xC2' && static_cast<unsigned char>(utf8[i + 1]) < 0xA0) {
             return true;
         }
     }
-    return false;
+    return utf8.find('\0') != std::string_view::npos || utf8.find("\xEF\xBF\xBD") != std::string_view::npos;
 }
 
 } // namespace
@@ -94,13 +100,13 @@ AskedTypes::AskedTypes(const std::vector<Type>& types) {
     }
 }
 
+ZXing::BarcodeFormats AskedTypes::bars() const {
+    return formats & BarcodeFormat::LinearCodes;
+}
+
 ZXing::BarcodeFormats AskedTypes::sureBars() const {
     return formats & (BarcodeFormat::Code128 | BarcodeFormat::Code39 | BarcodeFormat::Code93 | BarcodeFormat::EAN8 |
                       BarcodeFormat::EAN13 | BarcodeFormat::UPCE);
-}
-
-ZXing::BarcodeFormats AskedTypes::unsureBars() const {
-    return formats & BarcodeFormat::ITF;
 }
 
 ZXing::BarcodeFormats AskedTypes::matrices() const {
@@ -121,17 +127,12 @@ bool AskedTypes::asksFor(Type type) const {
 }
 
 std::optional<std::string> textOf(const ZXing::Result& result) {
-    switch (result.contentType()) {
-        case ZXing::ContentType::Binary:
-        case ZXing::ContentType::Mixed:
-        case ZXing::ContentType::UnknownECI:
-            return std::nullopt;
-        default:
-            break;
-    }
     std::string text = result.text();
-    const bool isGuessed = !result.hasECI();
-    if (isGuessed && (hasUpperControls(text) || text.find("\xEF\xBF\xBD") != std::string::npos)) {
+    const ZXing::ContentType content = result.contentType();
+    const bool saysBytes = content == ZXing::ContentType::Binary || content == ZXing::ContentType::Mixed ||
+                           content == ZXing::ContentType::UnknownECI;
+    // Where the code names no character set, the recogniser takes control characters for bytes.
+    if (result.hasECI() ? saysBytes : looksLikeBytes(text)) {
         return std::nullopt;
     }
     return text;

@@ -19,10 +19,10 @@ public:
     explicit AskedTypes(const std::vector<platform::BarcodeType>& types);
 
     [[nodiscard]] bool isEmpty() const { return asked.empty(); }
-    /// Codes of bars that check themselves, or whose ends cannot stand in their middle.
+    /// Codes of bars.
+    [[nodiscard]] ZXing::BarcodeFormats bars() const;
+    /// Those of them that check themselves, or whose ends cannot stand in their middle; not Interleaved 2 of 5.
     [[nodiscard]] ZXing::BarcodeFormats sureBars() const;
-    /// Those of which a part can look like a whole one.
-    [[nodiscard]] ZXing::BarcodeFormats unsureBars() const;
     [[nodiscard]] ZXing::BarcodeFormats matrices() const;
 
     /// What a result is called; none when nobody asked for it.

@@ -31,27 +31,38 @@ double areaOf(const ZXing::Position& corners) {
 
 void CodeFinder::findBars(const GrayPicture& picture, Lines lines, bool alsoUpright, Sightings& found) const {
     const auto find = [&](ZXing::BarcodeFormats formats, int count) {
-        if (formats.empty()) {
-            return false;
-        }
         const auto hints =
             hintsFor(formats).setTryRotate(alsoUpright).setMinLineCount(static_cast<std::uint8_t>(count));
-        const ZXing::Result result = ZXing::ReadBarcode(viewOf(picture), hints);
-        if (result.isValid()) {
-            add(result, picture, found);
-        }
-        return result.isValid();
+        return formats.empty() ? ZXing::Result() : ZXing::ReadBarcode(viewOf(picture), hints);
     };
-    if (!find(asked.sureBars(), lines.sure)) {
-        find(asked.unsureBars(), lines.unsure);
+    ZXing::Result result = find(lines.unsure > 0 ? asked.bars() : asked.sureBars(), lines.sure);
+    if (result.isValid() && result.format() == ZXing::BarcodeFormat::ITF) {
+        // Rather believe another one.
+        result = find(asked.sureBars(), lines.sure);
+        if (!result.isValid()) {
+            result = find(ZXing::BarcodeFormat::ITF, lines.unsure);
+        }
+    }
+    if (result.isValid()) {
+        add(result, picture, found);
+    }
+}
+
+void CodeFinder::findUnsureBars(const GrayPicture& picture, int lines, Sightings& found) const {
+    const auto hints =
+        hintsFor(ZXing::BarcodeFormat::ITF).setTryRotate(false).setMinLineCount(static_cast<std::uint8_t>(lines));
+    const ZXing::Result result = ZXing::ReadBarcode(viewOf(picture), hints);
+    if (result.isValid()) {
+        add(result, picture, found);
     }
 }
 
 void CodeFinder::findMatrices(const GrayPicture& picture, ZXing::BarcodeFormats only, Sightings& found) const {
-    if (only.empty()) {
+    const ZXing::BarcodeFormats formats = asked.matrices() & only;
+    if (formats.empty()) {
         return;
     }
-    for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(only))) {
+    for (const ZXing::Result& result : ZXing::ReadBarcodes(viewOf(picture), hintsFor(formats))) {
         if (result.isValid()) {
             add(result, picture, found);
         }

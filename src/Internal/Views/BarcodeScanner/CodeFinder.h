@@ -19,6 +19,10 @@ struct Sighting {
     double y = 0;
     double area = 0;
 
+    /// False for a type of which a part can look like a whole.
+    [[nodiscard]] bool isSure() const {
+        return barcode.type != platform::BarcodeType::interleaved2of5 && barcode.type != platform::BarcodeType::itf14;
+    }
     /// Whether both say the same.
     [[nodiscard]] bool agreesWith(const Sighting& other) const {
         return barcode.type == other.barcode.type && content == other.content;
@@ -33,6 +37,7 @@ public:
     /// How a code of bars must show itself to be believed: by so many lines of the picture that read the same.
     struct Lines {
         int sure = 2;
+        /// Of Interleaved 2 of 5, of which a part can look like a whole; 0 to leave it out.
         int unsure = 4;
     };
 
@@ -44,11 +49,16 @@ public:
     /// recogniser ends the program where it meets the same code twice.
     void findBars(const GrayPicture& picture, Lines lines, bool alsoUpright, Sightings& found) const;
 
-    /// Codes of squares and stacked rows, any number. @p only: of these formats.
+    /// Interleaved 2 of 5 along the picture's rows.
+    void findUnsureBars(const GrayPicture& picture, int lines, Sightings& found) const;
+
+    /// Codes of squares and of stacked rows, any number; of those asked for only these formats.
+    void findMatrices(const GrayPicture& picture, ZXing::BarcodeFormats only, Sightings& found) const;
     void findMatrices(const GrayPicture& picture, Sightings& found) const {
         findMatrices(picture, asked.matrices(), found);
     }
-    void findMatrices(const GrayPicture& picture, ZXing::BarcodeFormats only, Sightings& found) const;
+
+    [[nodiscard]] bool isAskedFor(ZXing::BarcodeFormats matrices) const { return asked.matrices().testFlags(matrices); }
 
 private:
     void add(const ZXing::Result& result, const GrayPicture& picture, Sightings& found) const;

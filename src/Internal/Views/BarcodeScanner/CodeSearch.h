@@ -8,42 +8,54 @@
 
 namespace quorvane::capture {
 
-/// Searches the pictures of one stream for codes. Each picture is searched as it is and reduced; if that finds nothing,
-/// along slanted lines; if nothing still, as changed copies, which take turns from picture to picture so that none
-/// costs much more than another. The copy that showed a code is the first to be tried at the next picture.
+/// Searches the pictures of one stream for codes. Each picture is searched as it is and at half its size; if that finds
+/// nothing, along slanted lines; if nothing still, as changed copies of it or of its middle, which take turns from
+/// picture to picture so that none costs much more than another. The copy that showed a code is the first to be tried
+/// next.
 class CodeSearch {
 public:
     explicit CodeSearch(const std::vector<platform::BarcodeType>& types) : finder(types) {}
 
-    [[nodiscard]] bool isForNothing() const { return finder.isAskedForNothing(); }
-
-    /// The codes in @p picture, the likeliest first: those that cover the picture's middle, the largest of them first;
-    /// then the nearest to it. A code without a text comes last.
+    /// The codes in @p picture, the likeliest first: the nearest to its middle. Codes without a text come last.
     [[nodiscard]] Sightings search(const GrayPicture& picture);
 
 private:
-    /// A changed copy and how to read it.
+    /// A way to look at a picture, or at a part of it, that costs more than it finds.
     struct Attempt {
-        /// Of reading it, for each pixel that it is made from; 1 for all types in both directions.
+        /// What one pixel costs, compared with searching it as it is.
         double cost;
+        /// Looks at the whole picture rather than at as much of its middle as there is time for.
+        bool isForWhole;
         void (CodeSearch::*run)();
     };
     static const std::vector<Attempt>& attempts();
 
-    void searchWhole();
-    void searchSlanted(double offset);
+    void searchAsItIs();
+    void searchSlanted();
+    /// Codes of bars that slant about as much, in a picture that may be stretched in that direction.
+    void readBarsAt(const GrayPicture& picture, double degrees, double stretch);
+    bool isSeenAround(const GrayPicture& picture, double degrees, double stretch, const Sighting& sighting);
     void searchChanged();
-    template <int tenths>
-    void searchScaled();
-    template <int tenths>
-    void searchSharpScaled();
-    template <int degrees>
-    void searchMoreSlanted();
-    void searchInverted();
-    void searchSharp();
-    void searchSmoothed();
-    void searchBordered();
+    void cropMiddle(double pixels);
+
     void readCopy();
+    template <int percent>
+    void readScaled();
+    template <int percent>
+    void readSharp();
+    template <int degrees>
+    void readBarsBetween();
+    void readBarsStretched();
+    void readInvertedSlanted();
+    template <int degrees>
+    void readRowsTurned();
+    template <int row>
+    void readWindows();
+    void readInverted();
+    void readInvertedBars();
+    void readSmoothed();
+    void readBordered();
+    void readBullseyes();
 
     const CodeFinder finder;
     const GrayPicture* whole = nullptr;
@@ -52,6 +64,7 @@ private:
     GrayPicture copy;
     GrayPicture secondCopy;
     Sightings found;
+    /// Whose turn it is.
     std::size_t next = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <numbers>
 #include <utility>
 
@@ -83,6 +84,21 @@ void resample(const GrayPicture& picture, const Placement& placement, GrayPictur
     copy.placement = composed(picture.placement, placement);
 }
 
+/// The middle of the copy lies at a point, its rows at an angle and so far from each other, and so do its columns.
+Placement around(double x, double y, double angle, double columnStep, double rowStep, const GrayPicture& copy) {
+    Placement placement{0,
+                        0,
+                        std::cos(angle) * columnStep,
+                        std::sin(angle) * columnStep,
+                        -std::sin(angle) * rowStep,
+                        std::cos(angle) * rowStep};
+    const double column = (copy.width - 1) / 2.0;
+    const double row = (copy.height - 1) / 2.0;
+    placement.originX = x - placement.x(column, row);
+    placement.originY = y - placement.y(column, row);
+    return placement;
+}
+
 } // namespace
 
 bool makeReduced(const GrayPicture& picture, int factor, GrayPicture& copy) {
@@ -119,25 +135,22 @@ void makeScaled(const GrayPicture& picture, double scale, GrayPicture& copy) {
     resample(picture, {origin, origin, step, 0, 0, step}, copy);
 }
 
-void makeTurned(const GrayPicture& picture, double degrees, int rows, GrayPicture& copy) {
+void makeTurned(const GrayPicture& picture, double degrees, int rows, double stretch, GrayPicture& copy) {
     const double angle = degrees * std::numbers::pi / 180;
-    const double cosine = std::cos(angle);
-    const double sine = std::sin(angle);
-    const double length = picture.width * std::abs(cosine) + picture.height * std::abs(sine);
-    const double across = picture.width * std::abs(sine) + picture.height * std::abs(cosine);
-    copy.resize(std::max(1, static_cast<int>(std::ceil(length))),
+    const double cosine = std::abs(std::cos(angle));
+    const double sine = std::abs(std::sin(angle));
+    const double across = picture.width * sine + picture.height * cosine;
+    copy.resize(std::max(1, static_cast<int>(std::ceil((picture.width * cosine + picture.height * sine) * stretch))),
                 std::clamp(static_cast<int>(std::ceil(across)), 1, std::max(1, rows)));
-    const double spacing = across / copy.height;
-    Placement placement;
-    placement.rightX = cosine;
-    placement.rightY = sine;
-    placement.downX = -sine * spacing;
-    placement.downY = cosine * spacing;
-    const double middleColumn = (copy.width - 1) / 2.0;
-    const double middleRow = (copy.height - 1) / 2.0;
-    placement.originX = (picture.width - 1) / 2.0 - middleColumn * placement.rightX - middleRow * placement.downX;
-    placement.originY = (picture.height - 1) / 2.0 - middleColumn * placement.rightY - middleRow * placement.downY;
+    const Placement placement =
+        around((picture.width - 1) / 2.0, (picture.height - 1) / 2.0, angle, 1 / stretch, across / copy.height, copy);
     resample(picture, placement, copy);
+}
+
+void makeWindow(const GrayPicture& picture, double x, double y, double degrees, double scale, int side,
+                GrayPicture& copy) {
+    copy.resize(side, side);
+    resample(picture, around(x, y, degrees * std::numbers::pi / 180, 1 / scale, 1 / scale, copy), copy);
 }
 
 void makeInverted(const GrayPicture& picture, GrayPicture& copy) {
@@ -164,6 +177,21 @@ void makeSharper(const GrayPicture& picture, GrayPicture& copy) {
         }
     }
     copy.placement = picture.placement;
+}
+
+void makeSmoothRows(const GrayPicture& picture, int count, GrayPicture& copy) {
+    copy.resize(picture.width, std::max(1, picture.height / count));
+    std::vector<int> sums(static_cast<std::size_t>(picture.width));
+    for (int y = 0; y < copy.height; ++y) {
+        const int rows = std::min(count, picture.height);
+        std::fill(sums.begin(), sums.end(), rows / 2);
+        for (int line = 0; line < rows; ++line) {
+            std::transform(sums.begin(), sums.end(), picture.row(y * count + line), sums.begin(), std::plus<>());
+        }
+        std::transform(sums.begin(), sums.end(), copy.row(y),
+                       [&](int sum) { return static_cast<std::uint8_t>(sum / rows); });
+    }
+    copy.placement = composed(picture.placement, {0, (count - 1) / 2.0, 1, 0, 0, static_cast<double>(count)});
 }
 
 void makeBordered(const GrayPicture& picture, int border, GrayPicture& copy) {

@@ -13,14 +13,21 @@ namespace quorvane::capture {
 /// Resampled to @p scale times the width and height.
 void makeScaled(const GrayPicture& picture, double scale, GrayPicture& copy);
 
-/// Turned by @p degrees, as large as it needs to be, with only so many rows as are there at most @p rows: enough for
-/// codes of bars, of which any row tells all, and cheap.
-void makeTurned(const GrayPicture& picture, double degrees, int rows, GrayPicture& copy);
+/// Turned by @p degrees and as large as that makes it, but with at most @p rows rows, as any row tells all of a code of
+/// bars, and its rows @p stretch times as long.
+void makeTurned(const GrayPicture& picture, double degrees, int rows, double stretch, GrayPicture& copy);
+
+/// A square of @p side pixels whose middle shows the given point, turned and enlarged.
+void makeWindow(const GrayPicture& picture, double x, double y, double degrees, double scale, int side,
+                GrayPicture& copy);
 
 void makeInverted(const GrayPicture& picture, GrayPicture& copy);
 
 /// With edges made stronger.
 void makeSharper(const GrayPicture& picture, GrayPicture& copy);
+
+/// Each row is the average of @p count rows.
+void makeSmoothRows(const GrayPicture& picture, int count, GrayPicture& copy);
 
 /// With @p border pixels around it, as bright as the brightest of its own border.
 void makeBordered(const GrayPicture& picture, int border, GrayPicture& copy);
