@@ -21,6 +21,11 @@ RegionState RegionMonitor::start(const CircularRegion& region, const std::option
     return watched.back().state;
 }
 
+void RegionMonitor::resume(const CircularRegion& region, RegionState state) {
+    start(region);
+    watched.back().state = state;
+}
+
 void RegionMonitor::stop(std::string_view identifier) {
     std::erase_if(watched, [identifier](const Watched& one) { return one.region.identifier == identifier; });
 }
@@ -35,6 +40,12 @@ void RegionMonitor::forgetStates() {
 bool RegionMonitor::has(std::string_view identifier) const {
     return std::any_of(watched.begin(), watched.end(),
                        [identifier](const Watched& one) { return one.region.identifier == identifier; });
+}
+
+RegionState RegionMonitor::state(std::string_view identifier) const {
+    const auto found = std::find_if(watched.begin(), watched.end(),
+                                    [identifier](const Watched& one) { return one.region.identifier == identifier; });
+    return found == watched.end() ? RegionState::unknown : found->state;
 }
 
 std::vector<CircularRegion> RegionMonitor::regions() const {

@@ -29,11 +29,15 @@ public:
     /// Takes the place of a region with the same identifier. Answers the state that it begins in by @p fix; unknown
     /// without one.
     RegionState start(const CircularRegion& region, const std::optional<Location>& fix = std::nullopt);
+    /// The same for a region whose state is known from before.
+    void resume(const CircularRegion& region, RegionState state);
     void stop(std::string_view identifier);
     /// The regions stay, and begin anew with the next fix.
     void forgetStates();
 
     [[nodiscard]] bool has(std::string_view identifier) const;
+    /// Where the device was last, as far as that region goes; unknown for one that is not there.
+    [[nodiscard]] RegionState state(std::string_view identifier) const;
     [[nodiscard]] bool isEmpty() const { return watched.empty(); }
     [[nodiscard]] std::vector<CircularRegion> regions() const;
 

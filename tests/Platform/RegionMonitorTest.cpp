@@ -32,6 +32,16 @@ TEST_F(RegionMonitorTest, TheFirstFixSaysWhereTheDeviceIsAndIsNoCrossing) {
     EXPECT_THAT(fixAt(0), IsEmpty());
 }
 
+TEST_F(RegionMonitorTest, ARegionThatIsResumedOnOneSideIsCrossedByAFixOnTheOther) {
+    monitor.resume(home, RegionState::inside);
+    EXPECT_EQ(monitor.state("home"), RegionState::inside);
+
+    EXPECT_THAT(fixAt(1112), ElementsAre("crossed to outside home"));
+
+    EXPECT_EQ(monitor.state("home"), RegionState::outside);
+    EXPECT_EQ(monitor.state("office"), RegionState::unknown);
+}
+
 TEST_F(RegionMonitorTest, AFixThatIsGivenAtTheStartSaysSoAtOnce) {
     EXPECT_EQ(monitor.start(home), RegionState::unknown);
     EXPECT_EQ(monitor.start(home, Location{{46, 14.5}, 5}), RegionState::inside);

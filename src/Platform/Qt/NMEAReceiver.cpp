@@ -1,16 +1,17 @@
 #include "Platform/Qt/NMEAReceiver.h"
 
+#include <QDate>
 #include <QDateTime>
 #include <QFile>
 #include <QNmeaPositionInfoSource>
 #include <QTcpSocket>
-#include <QTimeZone>
-#include <cmath>
+#include <QTime>
 #include <utility>
 
 #include "Platform/Clock.h"
 #include "Platform/Qt/NMEARecording.h"
 #include "Platform/Qt/NMEASerial.h"
+#include "Platform/Qt/PositionInfo.h"
 
 namespace quorvane::platform::qt {
 namespace {
@@ -20,7 +21,8 @@ constexpr double defaultAccuracy = 10;
 /// Qt multiplies it with twice the dilution: 5 metres for each unit of that.
 constexpr double rangeError = 2.5;
 
-/// Sentences of receivers that tell the time of day and no date, as GGA does, are of today.
+/// What Qt makes of the sentences. It wants dates, which not all receivers tell, and drops what is older than the last:
+/// each time that is earlier than the one before counts as one of the next day.
 class Sentences final : public QNmeaPositionInfoSource {
 public:
     Sentences() : QNmeaPositionInfoSource(RealTimeMode) { setUserEquivalentRangeError(rangeError); }
@@ -28,12 +30,18 @@ public:
 protected:
     bool parsePosInfoFromNmeaData(const char* data, int size, QGeoPositionInfo* info, bool* hasFix) override {
         const bool isRead = QNmeaPositionInfoSource::parsePosInfoFromNmeaData(data, size, info, hasFix);
-        const QDateTime told = info->timestamp();
-        if (isRead && told.time().isValid() && !told.date().isValid()) {
-            info->setTimestamp(QDateTime(QDateTime::currentDateTimeUtc().date(), told.time(), Qt::UTC));
+        const QTime told = info->timestamp().time();
+        if (isRead && told.isValid()) {
+            day = told < last ? day.addDays(1) : day;
+            last = told;
+            info->setTimestamp(QDateTime(day, told, Qt::UTC));
         }
         return isRead;
     }
+
+private:
+    QDate day{2000, 1, 1};
+    QTime last{0, 0};
 };
 
 /// Says where the sentences come from: "the NMEA file ride.nmea".
@@ -56,11 +64,6 @@ struct MakeDevice {
     }
     std::unique_ptr<QIODevice> operator()(const NMEASocket&) const { return std::make_unique<QTcpSocket>(); }
 };
-
-double attribute(const QGeoPositionInfo& info, QGeoPositionInfo::Attribute name, double otherwise) {
-    const double value = info.hasAttribute(name) ? info.attribute(name) : otherwise;
-    return std::isfinite(value) ? value : otherwise;
-}
 
 } // namespace
 
@@ -120,10 +123,9 @@ void NMEAReceiver::tell(const QGeoPositionInfo& info) {
     hadFix = true;
     problem.clear();
     if (isWanted) {
-        listener.fix({{info.coordinate().latitude(), info.coordinate().longitude()},
-                      attribute(info, QGeoPositionInfo::HorizontalAccuracy, defaultAccuracy),
-                      attribute(info, QGeoPositionInfo::VerticalAccuracy, -1),
-                      clock.now()});
+        Location fix = locationOf(info, defaultAccuracy);
+        fix.timestamp = clock.now();
+        listener.fix(fix);
     }
 }
 

@@ -2,19 +2,33 @@
 
 #include <utility>
 
+#include "Platform/Application.h"
 #include "Platform/Clock.h"
+#include "Platform/Qt/GeoClueReceiver.h"
 #include "Platform/Qt/NMEAReceiver.h"
 
 namespace quorvane::platform::qt {
 
 QtLocations::QtLocations(const Surroundings& surroundings, const PositionSource& source)
-    : DerivedLocations(surroundings.clock, surroundings.queue), around(surroundings) {
-    receiver = std::make_unique<NMEAReceiver>(around.clock, source, listener());
+    : DerivedLocations(surroundings.clock, surroundings.queue, KeptServices::stored(surroundings.preferences)),
+      around(surroundings),
+      memory(around.preferences, std::holds_alternative<GeoClue>(source)),
+      receiver(receiverFor(source)) {
     setAuthorization(receiver->authorization());
 }
 
 QtLocations::~QtLocations() {
     around.queue.cancel(impatience);
+}
+
+std::unique_ptr<PositionReceiver> QtLocations::receiverFor(const PositionSource& source) {
+    const auto* const service = std::get_if<GeoClue>(&source);
+    if (service == nullptr) {
+        return std::make_unique<NMEAReceiver>(around.clock, source, listener());
+    }
+    return std::make_unique<GeoClueReceiver>(
+        around.clock, service->desktopId, isAuthorized(), listener(),
+        [&application = around.application](std::string_view line) { application.standardOutput(line); });
 }
 
 PositionReceiver::Listener QtLocations::listener() {
@@ -34,8 +48,12 @@ void QtLocations::askForPermission(Permission) {
 }
 
 void QtLocations::demandChanged() {
+    if (receiver == nullptr) {
+        return;
+    }
+    memory.keep(*kept());
     const Demand now = demand();
-    if (receiver == nullptr || now == asked) {
+    if (now == asked) {
         return;
     }
     if (now.request != asked.request) {

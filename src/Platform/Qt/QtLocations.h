@@ -5,8 +5,14 @@
 
 #include "Platform/DerivedLocations.h"
 #include "Platform/MainQueue.h"
+#include "Platform/Qt/KeptServices.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
+
+namespace quorvane::platform {
+class Application;
+class PreferencesStore;
+} // namespace quorvane::platform
 
 namespace quorvane::platform::qt {
 
@@ -20,6 +26,9 @@ public:
     struct Surroundings {
         const Clock& clock;
         MainQueue& queue;
+        PreferencesStore& preferences;
+        /// Gets lines for a developer's log.
+        Application& application;
     };
 
     QtLocations(const Surroundings& surroundings, const PositionSource& source);
@@ -29,9 +38,11 @@ private:
     void demandChanged() override;
     void askForPermission(Permission permission) override;
     [[nodiscard]] PositionReceiver::Listener listener();
+    [[nodiscard]] std::unique_ptr<PositionReceiver> receiverFor(const PositionSource& source);
     void limitPatience(bool isWaitedFor);
 
     const Surroundings around;
+    KeptServices memory;
     Demand asked;
     MainQueue::Ticket impatience = 0;
     std::unique_ptr<PositionReceiver> receiver;

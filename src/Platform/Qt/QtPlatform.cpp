@@ -2,14 +2,18 @@
 
 #include <utility>
 
-#include "Platform/Application.h"
+#include "Platform/Qt/QtApplication.h"
 #include "Platform/Qt/QtLocations.h"
 #include "Platform/Qt/QtMainQueue.h"
 
 namespace quorvane::platform {
 
 struct QtPlatform::Parts {
-    PositionSource positions;
+    Parts(Application& native, MainQueue& queue, PositionSource thePositions)
+        : application(native, queue), positions(std::move(thePositions)) {}
+
+    qt::QtApplication application;
+    const PositionSource positions;
     std::unique_ptr<qt::QtLocations> locations;
 };
 
@@ -18,19 +22,22 @@ std::shared_ptr<QtPlatform> QtPlatform::make(QtOptions options) {
 }
 
 QtPlatform::QtPlatform(QtOptions options)
-    : NativePlatform(std::move(options.native), std::make_unique<qt::QtMainQueue>()), parts(std::make_unique<Parts>()) {
-    parts->positions = std::move(options.positions);
-}
+    : NativePlatform(std::move(options.native), std::make_unique<qt::QtMainQueue>()),
+      parts(std::make_unique<Parts>(NativePlatform::application(), mainQueue(), std::move(options.positions))) {}
 
 QtPlatform::~QtPlatform() {
     // What still waits is dropped while all parts are there.
     mainQueue().close();
 }
 
+Application& QtPlatform::application() {
+    return parts->application;
+}
+
 LocationManagerFactory& QtPlatform::locationManagers() {
     if (!parts->locations) {
-        parts->locations =
-            std::make_unique<qt::QtLocations>(qt::QtLocations::Surroundings{clock(), mainQueue()}, parts->positions);
+        const qt::QtLocations::Surroundings around{clock(), mainQueue(), NativePlatform::preferences(), application()};
+        parts->locations = std::make_unique<qt::QtLocations>(around, parts->positions);
     }
     return *parts->locations;
 }

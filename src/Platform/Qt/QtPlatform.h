@@ -20,6 +20,7 @@ public:
     explicit QtPlatform(QtOptions options);
     ~QtPlatform() override;
 
+    [[nodiscard]] Application& application() override;
     /// Made when it is first asked for; nothing asks the location service before.
     [[nodiscard]] LocationManagerFactory& locationManagers() override;
 

@@ -1,0 +1,239 @@
+#include "Platform/Qt/GeoClueReceiver.h"
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QDateTime>
+#include <QGeoPositionInfoSource>
+#include <utility>
+
+#include "Platform/Clock.h"
+#include "Platform/Qt/PositionInfo.h"
+
+namespace quorvane::platform::qt {
+namespace {
+
+QString serviceName() {
+    return QStringLiteral("org.freedesktop.GeoClue2");
+}
+
+RemoteObject manager() {
+    return {serviceName(), QStringLiteral("/org/freedesktop/GeoClue2/Manager"),
+            QStringLiteral("org.freedesktop.GeoClue2.Manager")};
+}
+
+/// Calls @p then with what @p call answers, unless @p context ends before.
+template <class Reply, class Then>
+void whenAnswered(const QDBusPendingCall& call, QObject* context, Then then) {
+    auto* const watcher = new QDBusPendingCallWatcher(call, context);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, then] {
+        const Reply reply = *watcher;
+        watcher->deleteLater();
+        then(reply);
+    });
+}
+
+} // namespace
+
+GeoClueReceiver::GeoClueReceiver(const Clock& theClock, std::string theDesktopId, bool wasPermitted,
+                                 Listener theListener, std::function<void(std::string_view)> tell)
+    : clock(theClock), desktopId(std::move(theDesktopId)), listener(std::move(theListener)), output(std::move(tell)) {
+    for (QTimer* const timer : {&look, &impatience, &retry}) {
+        timer->setSingleShot(true);
+    }
+    QObject::connect(&look, &QTimer::timeout, &look, [this] { lookWhetherActive(); });
+    QObject::connect(&retry, &QTimer::timeout, &retry, [this] {
+        if (isWanted) {
+            start();
+        }
+    });
+    QObject::connect(&impatience, &QTimer::timeout, &impatience,
+                     [this] { refuse("the location service (GeoClue 2) did not answer in time"); });
+    if (!isServiceThere()) {
+        status = LocationAuthorization::denied;
+        output("QuorvaneSDK: this system has no location service (GeoClue 2); the location counts as not permitted");
+    } else if (wasPermitted) {
+        status = LocationAuthorization::always;
+    }
+}
+
+GeoClueReceiver::~GeoClueReceiver() {
+    if (source != nullptr) {
+        source->stopUpdates();
+    }
+}
+
+/// Asked before Qt's source is made, which would wait longer for an answer.
+bool GeoClueReceiver::isServiceThere() {
+    QDBusPendingReply<QDBusVariant> reply = manager().property(QStringLiteral("AvailableAccuracyLevel"));
+    reply.waitForFinished();
+    return !reply.isError() && QGeoPositionInfoSource::availableSources().contains(QStringLiteral("geoclue2"));
+}
+
+void GeoClueReceiver::ask() {
+    if (state == State::idle) {
+        start();
+    }
+}
+
+void GeoClueReceiver::want(const DerivedLocations::Demand& demand) {
+    isWanted = wantsAnything(demand);
+    if (isWanted && state == State::idle && (demand.request || !retry.isActive())) {
+        retry.start(0);
+    } else if (!isWanted && state == State::running) {
+        stop();
+    } else if (demand.request && state == State::running) {
+        repeatSoon();
+    }
+}
+
+void GeoClueReceiver::start() {
+    if (state != State::idle) {
+        return;
+    }
+    retry.stop();
+    isFirst = true;
+    context = std::make_unique<QObject>();
+    source.reset(QGeoPositionInfoSource::createSource(
+        QStringLiteral("geoclue2"), {{QStringLiteral("desktopId"), QString::fromStdString(desktopId)}}, nullptr));
+    if (source == nullptr) {
+        refuse("the location service (GeoClue 2) cannot be reached");
+        return;
+    }
+    state = State::starting;
+    service = std::make_unique<QDBusServiceWatcher>(serviceName(), QDBusConnection::systemBus(),
+                                                    QDBusServiceWatcher::WatchForUnregistration);
+    QObject::connect(service.get(), &QDBusServiceWatcher::serviceUnregistered, context.get(), [this] { goneAway(); });
+    QObject::connect(source.get(), &QGeoPositionInfoSource::positionUpdated, context.get(),
+                     [this](const QGeoPositionInfo& info) { take(info); });
+    QObject::connect(
+        source.get(), &QGeoPositionInfoSource::errorOccurred, context.get(),
+        [this](QGeoPositionInfoSource::Error error) {
+            if (error == QGeoPositionInfoSource::AccessError) {
+                findOutWhy();
+            }
+        },
+        Qt::QueuedConnection);
+    // Without it the service would be asked for no accuracy at all.
+    source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
+    source->setUpdateInterval(source->minimumUpdateInterval());
+    impatience.start(patience);
+    source->startUpdates();
+    watchClient();
+}
+
+/// Qt's one error stands for a service that refuses, and for one that is gone.
+void GeoClueReceiver::findOutWhy() {
+    whenAnswered<QDBusPendingReply<QDBusVariant>>(
+        manager().property(QStringLiteral("AvailableAccuracyLevel")), context.get(), [this](const auto& reply) {
+            if (reply.isError() && status == LocationAuthorization::always) {
+                goneAway();
+            } else {
+                refuse("the location service (GeoClue 2) does not let the application have the location");
+            }
+        });
+}
+
+/// The service has one client for this process; Qt's source does not say which.
+void GeoClueReceiver::watchClient() {
+    whenAnswered<QDBusPendingReply<QDBusObjectPath>>(
+        manager().call(QStringLiteral("GetClient")), context.get(), [this](const auto& reply) {
+            if (!reply.isError()) {
+                client = RemoteObject{serviceName(), reply.value().path(),
+                                      QStringLiteral("org.freedesktop.GeoClue2.Client")};
+                client->onPropertyChange(&look, SLOT(start()));
+                lookWhetherActive();
+            }
+        });
+}
+
+void GeoClueReceiver::lookWhetherActive() {
+    if (client && context) {
+        whenAnswered<QDBusPendingReply<QDBusVariant>>(client->property(QStringLiteral("Active")), context.get(),
+                                                      [this](const auto& reply) {
+                                                          if (!reply.isError()) {
+                                                              noteActive(reply.value().variant().toBool());
+                                                          }
+                                                      });
+    }
+}
+
+void GeoClueReceiver::noteActive(bool isActive) {
+    if (isActive && state != State::running && state != State::idle) {
+        impatience.stop();
+        state = State::running;
+        setStatus(LocationAuthorization::always);
+        if (!isWanted) {
+            stop();
+        }
+    } else if (!isActive && state == State::running) {
+        state = State::off;
+        setStatus(LocationAuthorization::denied);
+    }
+}
+
+void GeoClueReceiver::refuse(const std::string& why) {
+    stop();
+    output("QuorvaneSDK: " + why);
+    setStatus(LocationAuthorization::denied);
+}
+
+void GeoClueReceiver::goneAway() {
+    stop();
+    listener.failure({LocationError::Kind::unknown, "The location service has gone away."});
+    retry.start(pause);
+}
+
+void GeoClueReceiver::stop() {
+    state = State::idle;
+    impatience.stop();
+    look.stop();
+    client.reset();
+    context.reset();
+    if (service != nullptr) {
+        service.release()->deleteLater();
+    }
+    if (source != nullptr) {
+        source->stopUpdates();
+        source.release()->deleteLater();
+    }
+}
+
+void GeoClueReceiver::take(const QGeoPositionInfo& info) {
+    Location fix = locationOf(info, -1);
+    fix.timestamp = dateOf(info.timestamp());
+    // Qt tells the first one twice: as what it found, and as what it was told.
+    const bool isRepeated = !std::exchange(isFirst, false) && last == fix;
+    if (isRepeated || clock.now() - fix.timestamp > freshness) {
+        return;
+    }
+    last = fix;
+    // A fix comes from a client that is active, and may come before its word about that.
+    noteActive(true);
+    if (isWanted && state == State::running) {
+        listener.fix(fix);
+    }
+}
+
+/// The service tells of changes. Whoever asks while there is none gets the last fix, or a client that begins anew.
+void GeoClueReceiver::repeatSoon() {
+    QTimer::singleShot(0, context.get(), [this] {
+        if (last && clock.now() - last->timestamp <= freshness) {
+            listener.fix(Location(*last));
+        } else {
+            stop();
+            start();
+        }
+    });
+}
+
+void GeoClueReceiver::setStatus(LocationAuthorization newStatus) {
+    if (std::exchange(status, newStatus) != newStatus) {
+        listener.authorization(newStatus);
+    }
+}
+
+} // namespace quorvane::platform::qt

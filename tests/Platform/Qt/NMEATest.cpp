@@ -1,0 +1,292 @@
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <optional>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "Platform/Clock.h"
+#include "Platform/Qt/QtLocationTest.h"
+#include "tools/PortTest.h"
+
+namespace quorvane::platform::qt {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+std::string sentence(const std::string& text) {
+    unsigned sum = 0;
+    for (const char c : text) {
+        sum ^= static_cast<unsigned char>(c);
+    }
+    std::array<char, 8> tail{};
+    std::snprintf(tail.data(), tail.size(), "*%02X\r\n", sum);
+    return "$" + text + tail.data();
+}
+
+/// At so many hundredths of a second after noon, at so many minutes north of 46 degrees.
+std::string position(int hundredths, const std::string& minutes) {
+    std::array<char, 16> time{};
+    std::snprintf(time.data(), time.size(), "1200%02d.%02d", hundredths / 100, hundredths % 100);
+    const std::string moment = time.data();
+    return sentence("GPGGA," + moment + ",46" + minutes + ",N,01430.0000,E,1,08,1.2,300.0,M,45.0,M,,") +
+           sentence("GPRMC," + moment + ",A,46" + minutes + ",N,01430.0000,E,10.0,90.0,210326,,,A");
+}
+
+class NMEATest : public QtLocationTest {
+protected:
+    std::string file(const std::string& content) const {
+        std::ofstream(home.path() + "/ride.nmea", std::ios::binary) << content;
+        return home.path() + "/ride.nmea";
+    }
+
+    void launchFile(const std::string& content) {
+        launch(NMEAFile{file(content), [this] { ++ends; }});
+    }
+
+    bool runUntilEnd() {
+        return runUntil([this] { return ends > 0; });
+    }
+
+    int ends = 0;
+};
+
+TEST_F(NMEATest, PermissionIsAlwaysGiven) {
+    launchFile("");
+
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+}
+
+TEST_F(NMEATest, ARecordingGivesItsFixesWithTheTimeOfTheClockAndFiveMetresForEachUnitOfDilution) {
+    launchFile(position(0, "03.0000") + position(10, "03.6000"));
+    const Date before = platform->clock().now();
+
+    manager->startUpdatingLocation();
+    ASSERT_TRUE(runUntilFixes(2));
+
+    EXPECT_NEAR(listener.fixes[0].coordinate.latitude, 46.05, 1e-9);
+    EXPECT_NEAR(listener.fixes[0].coordinate.longitude, 14.5, 1e-9);
+    EXPECT_DOUBLE_EQ(listener.fixes[0].horizontalAccuracy, 6.0);
+    EXPECT_EQ(listener.fixes[0].verticalAccuracy, -1);
+    EXPECT_GE(listener.fixes[0].timestamp, before);
+    EXPECT_LE(listener.fixes[1].timestamp, platform->clock().now());
+    EXPECT_NEAR(listener.fixes[1].coordinate.latitude, 46.06, 1e-9);
+    EXPECT_EQ(manager->location(), listener.fixes[1]);
+}
+
+TEST_F(NMEATest, ARecordingKeepsItsOwnPace) {
+    launchFile(position(0, "03.0000") + position(30, "03.1000") + position(80, "03.2000"));
+    manager->startUpdatingLocation();
+
+    ASSERT_TRUE(runUntilFixes(1));
+    const auto first = std::chrono::steady_clock::now();
+    ASSERT_TRUE(runUntilFixes(3));
+
+    // What makes a fix of sentences may be late with the first one, by a little.
+    EXPECT_GE(std::chrono::steady_clock::now() - first, 600ms);
+}
+
+TEST_F(NMEATest, TimesThatGoBackCostNoTime) {
+    launchFile(position(5000, "03.0000") + position(0, "03.1000") + position(10, "03.2000"));
+    manager->startUpdatingLocation();
+
+    EXPECT_TRUE(runUntilFixes(2));
+}
+
+TEST_F(NMEATest, MidnightIsPassedInARecording) {
+    const auto at = [](const char* time, const char* date) {
+        return sentence(std::string("GPRMC,") + time + ",A,4603.0000,N,01430.0000,E,10.0,90.0," + date + ",,,A");
+    };
+    launchFile(at("235959.90", "210326") + at("000000.00", "220326"));
+    manager->startUpdatingLocation();
+
+    EXPECT_TRUE(runUntilFixes(2));
+}
+
+TEST_F(NMEATest, AFixOfWhichNoDilutionIsToldIsTenMetresAccurate) {
+    launchFile(sentence("GPRMC,120000.00,A,4603.0000,N,01430.0000,E,10.0,90.0,210326,,,A"));
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFixes(1));
+
+    EXPECT_EQ(listener.fixes[0].horizontalAccuracy, 10);
+}
+
+TEST_F(NMEATest, SentencesWithoutADateAreOfToday) {
+    launchFile(sentence("GPGGA,120000.00,4603.0000,N,01430.0000,E,1,08,1.2,300.0,M,45.0,M,,"));
+    manager->requestLocation();
+
+    EXPECT_TRUE(runUntilFixes(1));
+}
+
+TEST_F(NMEATest, TheEndOfARecordingIsToldOnceAndFailsWhoWantsAFixThenAndLater) {
+    launchFile(position(0, "03.0000"));
+    manager->startUpdatingLocation();
+
+    ASSERT_TRUE(runUntilEnd());
+    ASSERT_TRUE(runUntilFailure());
+    EXPECT_EQ(listener.fixes.size(), 1U);
+    EXPECT_THAT(listener.failures, ElementsAre("the NMEA file " + home.path() + "/ride.nmea is at its end"));
+
+    manager->stopUpdatingLocation();
+    manager->requestLocation();
+    EXPECT_TRUE(runUntil([this] { return listener.failures.size() == 2; }));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(NMEATest, ARecordingGoesOnWhileNobodyWantsAFix) {
+    launchFile(position(0, "03.0000") + position(10, "03.6000"));
+    manager->requestLocation();
+    ASSERT_TRUE(runUntilFixes(1));
+
+    EXPECT_TRUE(runUntilEnd());
+
+    EXPECT_EQ(listener.fixes.size(), 1U);
+    EXPECT_NEAR(manager->location()->coordinate.latitude, 46.05, 1e-9);
+}
+
+TEST_F(NMEATest, AFileThatIsNoRecordingSaysSo) {
+    launchFile("a diary\nof a ride\n$GPGGA,not a time*00\n");
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures, ElementsAre("the NMEA file " + home.path() + "/ride.nmea tells no position"));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(NMEATest, AFileThatIsNotThereSaysSo) {
+    launch(NMEAFile{home.path() + "/none.nmea", [this] { ++ends; }});
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures,
+                ElementsAre("the NMEA file " + home.path() + "/none.nmea gives nothing: No such file or directory"));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(NMEATest, RegionsAreCrossedAlongARecording) {
+    launchFile(position(0, "03.0000") + position(10, "03.1000") + position(20, "03.2000") + position(30, "03.3000"));
+    manager->startMonitoring({"start", {46.05, 14.5}, 250});
+
+    ASSERT_TRUE(runUntil([this] { return !listener.told.empty() && listener.told.back() == "exit start"; }));
+
+    EXPECT_THAT(listener.told, ElementsAre("monitors start", "inside start", "exit start"));
+}
+
+TEST_F(NMEATest, ARegionAndItsSideOutliveTheLaunch) {
+    launchFile(position(0, "03.0000"));
+    manager->startMonitoring({"start", {46.05, 14.5}, 250});
+    ASSERT_TRUE(runUntil([this] { return listener.told.size() == 2; }));
+    listener.told.clear();
+
+    launchFile(position(0, "05.0000") + position(10, "05.0000"));
+    ASSERT_EQ(manager->monitoredRegions().size(), 1U);
+    EXPECT_EQ(manager->monitoredRegions()[0], (CircularRegion{"start", {46.05, 14.5}, 250}));
+    manager->startMonitoringVisits();
+
+    EXPECT_TRUE(runUntil([this] { return !listener.told.empty(); }));
+    EXPECT_THAT(listener.told, ElementsAre("exit start"));
+}
+
+class NMEASocketTest : public NMEATest {
+protected:
+    static void send(int handle, const std::string& text) {
+        EXPECT_EQ(write(handle, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+
+    const tool::HeldPort server{tool::HeldPort::Use::listening};
+};
+
+TEST_F(NMEASocketTest, AServersSentencesAreFixes) {
+    launch(NMEASocket{"127.0.0.1", server.number()});
+    manager->startUpdatingLocation();
+    platform->mainQueue().poll();
+    const int connection = accept4(server.socketHandle(), nullptr, nullptr, SOCK_CLOEXEC);
+    ASSERT_GE(connection, 0);
+
+    send(connection, position(0, "03.0000"));
+    EXPECT_TRUE(runUntilFixes(1));
+    send(connection, position(100, "03.6000"));
+    EXPECT_TRUE(runUntilFixes(2));
+
+    EXPECT_NEAR(listener.fixes[1].coordinate.latitude, 46.06, 1e-9);
+    close(connection);
+}
+
+TEST_F(NMEASocketTest, AServerThatClosesIsToldAndTriedAgain) {
+    launch(NMEASocket{"127.0.0.1", server.number()});
+    manager->startUpdatingLocation();
+    platform->mainQueue().poll();
+    close(accept4(server.socketHandle(), nullptr, nullptr, SOCK_CLOEXEC));
+    ASSERT_TRUE(runUntilFailure());
+    EXPECT_THAT(listener.failures.back(), StartsWith("the NMEA server 127.0.0.1:"));
+
+    manager->requestLocation();
+    platform->mainQueue().poll();
+    const int again = accept4(server.socketHandle(), nullptr, nullptr, SOCK_CLOEXEC);
+    send(again, position(0, "03.0000"));
+
+    EXPECT_TRUE(runUntilFixes(1));
+    close(again);
+}
+
+TEST_F(NMEASocketTest, AServerThatRefusesSaysSo) {
+    const tool::HeldPort deaf(tool::HeldPort::Use::deaf);
+    launch(NMEASocket{"127.0.0.1", deaf.number()});
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures, ElementsAre("the NMEA server 127.0.0.1:" + std::to_string(deaf.number()) +
+                                               " gives nothing: Connection refused"));
+}
+
+class NMEASerialTest : public NMEATest {
+protected:
+    /// The other end of a line, as a receiver would be.
+    const int receiver = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    const bool isUnlocked = grantpt(receiver) == 0 && unlockpt(receiver) == 0;
+    const std::string port = ptsname(receiver);
+
+    ~NMEASerialTest() override { close(receiver); }
+};
+
+TEST_F(NMEASerialTest, APortsSentencesAreFixes) {
+    launch(NMEASerialPort{port, 9600});
+    manager->startUpdatingLocation();
+    platform->mainQueue().poll();
+    const std::string text = position(0, "03.0000");
+
+    EXPECT_EQ(write(receiver, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+
+    EXPECT_TRUE(runUntilFixes(1));
+}
+
+TEST_F(NMEASerialTest, ASpeedThatIsNoneSaysSo) {
+    launch(NMEASerialPort{port, 4711});
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures,
+                ElementsAre("the serial port " + port + " gives nothing: It does not take 4711 baud"));
+}
+
+TEST_F(NMEASerialTest, AFileThatIsNoPortSaysSo) {
+    launch(NMEASerialPort{file("text")});
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures,
+                ElementsAre("the serial port " + home.path() + "/ride.nmea gives nothing: It is no serial port"));
+}
+
+} // namespace
+} // namespace quorvane::platform::qt
