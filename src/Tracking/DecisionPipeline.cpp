@@ -107,7 +107,7 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     }
 
     p.handlers.cancelTimeouts();
-    const StopDecision stop = p.decideStop(*options, *location, source, p.platform.clock().now());
+    const StopDecision stop = p.decideStop(*options, *location, source);
     record.stop = stop;
     if (stop.isOld) {
         tell(Outcome::old);
@@ -171,12 +171,12 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
 }
 
 StopDecision QVLocationManager::Parts::decideStop(const QuorvaneTrackingOptions& current, const platform::Location& fix,
-                                                  Source source, platform::Date now) {
+                                                  Source source) {
     LastMove last;
     if (detectsStops(current)) {
         last = {state.lastMovedLocation(), state.lastMovedAt()};
     }
-    const StopDecision decision = detectStop(current, fix, source, last, now);
+    const StopDecision decision = detectStop(current, fix, source, last, platform.clock());
     if (decision.setsLastMovedLocation) {
         state.setLastMovedLocation(fix);
     }

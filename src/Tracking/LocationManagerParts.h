@@ -25,7 +25,7 @@ struct QVLocationManager::Parts {
 
     /// Detects a stop, and remembers and logs what came of it.
     [[nodiscard]] StopDecision decideStop(const QuorvaneTrackingOptions& current, const platform::Location& fix,
-                                          QVLocationSource source, platform::Date now);
+                                          QVLocationSource source);
     /// The stop that is to be replayed now, which is not remembered any more.
     [[nodiscard]] std::optional<platform::Location> takeFailedStop(const QuorvaneTrackingOptions& current);
     /// Whether tracking is on by now, the dates of the options applied.

@@ -6,7 +6,7 @@
 namespace quorvane {
 
 StopDecision detectStop(const QuorvaneTrackingOptions& options, const platform::Location& fix, QVLocationSource source,
-                        const LastMove& last, platform::Date now) {
+                        const LastMove& last, const platform::Clock& clock) {
     StopDecision decision;
     const bool isArrival = source == QVLocationSource::VISIT_ARRIVAL;
     if (!detectsStops(options)) {
@@ -26,7 +26,7 @@ StopDecision detectStop(const QuorvaneTrackingOptions& options, const platform::
     decision.distance = last.location ? last.location->distance(fix) : fix.distance(fix);
     decision.duration = secondsBetween(decision.lastMovedAt, fix.timestamp);
     if (decision.duration == 0) {
-        decision.duration = secondsBetween(fix.timestamp, now);
+        decision.duration = secondsBetween(fix.timestamp, clock.now());
     }
     const auto stopDistance = static_cast<double>(options.stopDistance);
     const auto stopDuration = static_cast<double>(options.stopDuration);

@@ -4,6 +4,7 @@
 
 #include "Core/Enumerations.h"
 #include "Models/QuorvaneTrackingOptions.h"
+#include "Platform/Clock.h"
 #include "Platform/Location.h"
 
 namespace quorvane {
@@ -41,8 +42,9 @@ struct StopDecision {
 /// Whether @p fix shows the user stopped. Changes nothing; @p fix is valid.
 ///
 /// A fix that was asked for is never too old. Not farther than the stop distance for at least the stop duration is
-/// stopped, and so is the arrival of a visit, wherever it is; farther than the stop distance is moved.
+/// stopped, and so is the arrival of a visit, wherever it is; farther than the stop distance is moved. @p clock is
+/// asked where the age of the fix counts: when no time has passed since the last move.
 [[nodiscard]] StopDecision detectStop(const QuorvaneTrackingOptions& options, const platform::Location& fix,
-                                      QVLocationSource source, const LastMove& last, platform::Date now);
+                                      QVLocationSource source, const LastMove& last, const platform::Clock& clock);
 
 } // namespace quorvane

@@ -29,7 +29,7 @@ protected:
 
     [[nodiscard]] StopDecision detect(const platform::Location& fix, Source source = Source::BACKGROUND_LOCATION,
                                       platform::Date now = noon + 1h) const {
-        return detectStop(options, fix, source, last, now);
+        return detectStop(options, fix, source, last, quorvane::testing::SimulatedClock(now));
     }
 
     QuorvaneTrackingOptions options;
