@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -107,7 +108,7 @@ void memory(benchmark::State& state, std::int64_t count) {
     for (auto _ : state) {
         startPeak();
         replay(recording, {});
-        peak = std::max(peak, peakBytes());
+        peak = std::max(peak, endPeak());
     }
     state.counters["peak KiB"] = static_cast<double>(peak) / 1024;
     rate(state, count);

@@ -9,21 +9,25 @@
 namespace {
 
 thread_local std::uint64_t count = 0;
-/// Signed: what another thread allocated may end on this one.
+thread_local bool isMeasuring = false;
+/// Signed: what was held before may be given back.
 thread_local std::int64_t held = 0;
-thread_local std::int64_t atStart = 0;
 thread_local std::int64_t most = 0;
 
 void* allocate(std::size_t size) {
     ++count;
     void* const memory = std::malloc(size == 0 ? 1 : size);
-    held += static_cast<std::int64_t>(malloc_usable_size(memory));
-    most = std::max(most, held);
+    if (isMeasuring) {
+        held += static_cast<std::int64_t>(malloc_usable_size(memory));
+        most = std::max(most, held);
+    }
     return memory;
 }
 
 void release(void* memory) {
-    held -= static_cast<std::int64_t>(malloc_usable_size(memory));
+    if (isMeasuring) {
+        held -= static_cast<std::int64_t>(malloc_usable_size(memory));
+    }
     std::free(memory);
 }
 
@@ -33,12 +37,14 @@ std::uint64_t quorvane::allocationCount() {
     return count;
 }
 
-std::uint64_t quorvane::peakBytes() {
-    return static_cast<std::uint64_t>(most - atStart);
+void quorvane::startPeak() {
+    held = most = 0;
+    isMeasuring = true;
 }
 
-void quorvane::startPeak() {
-    atStart = most = held;
+std::uint64_t quorvane::endPeak() {
+    isMeasuring = false;
+    return static_cast<std::uint64_t>(most);
 }
 
 // The whole program's: what a shared library allocates counts as well.
