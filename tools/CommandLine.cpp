@@ -12,6 +12,7 @@
 #include "tools/commands/Places.h"
 #include "tools/commands/Replay.h"
 #include "tools/commands/Rewards.h"
+#include "tools/commands/Scan.h"
 #include "tools/commands/Search.h"
 #include "tools/commands/SignIn.h"
 #include "tools/commands/Tasks.h"
@@ -89,6 +90,7 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     addRewards(program, line.command);
     addDeviceInfo(program, line.command);
     addReplay(program, line.command);
+    addScan(program, line.command);
     addTrack(program, line.command);
     addDemo(program, line.command);
     try {
@@ -102,7 +104,7 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     }
     if (!line.command) {
         throw WrongForm(
-            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
             "--help explains them");
     }
     return line;

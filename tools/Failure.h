@@ -25,6 +25,13 @@ public:
     std::optional<QVStatus> status;
 };
 
+/// A command did what it was there for and found nothing. The program ends with 1 and says so only in the place of a
+/// JSON document.
+class NothingFound : public Failure {
+public:
+    using Failure::Failure;
+};
+
 /// What a status means to who reads it on a terminal: one sentence, without a full stop.
 [[nodiscard]] std::string_view sentenceFor(QVStatus status);
 

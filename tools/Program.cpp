@@ -43,6 +43,9 @@ int runCommand(const CommandLine& line, Terminal& terminal) {
     } catch (const Interrupted& interrupted) {
         terminal.progress({});
         return interrupted.exitStatus;
+    } catch (const NothingFound& nothing) {
+        document = documentOf({}, nothing.what());
+        exitStatus = failed;
     } catch (const Failure& failure) {
         fail(failure.status, failure.what());
     }

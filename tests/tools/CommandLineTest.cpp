@@ -26,12 +26,14 @@ const std::string metres = " takes a whole number of metres from 0 to 2147483647
 INSTANTIATE_TEST_SUITE_P(
     Forms, WrongCommandLine,
     ::testing::Values(
-        WrongLine{Arguments{},
-                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
-                  "--help explains them"},
-        WrongLine{{"--json"},
-                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, track and demo; "
-                  "--help explains them"},
+        WrongLine{
+            Arguments{},
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
+            "--help explains them"},
+        WrongLine{
+            {"--json"},
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
+            "--help explains them"},
         WrongLine{{"fly"}, "the following argument was not expected: fly"},
         WrongLine{{"sign-in", "device"}, "the following argument was not expected: device"},
         WrongLine{{"sign-in", "--user", "u"}, "the following arguments were not expected: u --user"},
@@ -52,6 +54,16 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{{"search", "tasks", "--campaign", ""}, "--campaign takes a text that is not empty"},
         WrongLine{{"search", "tasks", "--near", "1,2", "--place", "p"}, "--near and --place do not go together"},
         WrongLine{{"search", "tasks", "--campaign", "c", "--place", "p"}, "--campaign and --place do not go together"},
+        WrongLine{{"track", "--options", "fly"},
+                  "--options takes continuous, responsive, efficient or the name of a .json file, not \"fly\""},
+        WrongLine{{"track", "--nmea", ""}, "--nmea takes a text that is not empty"},
+        WrongLine{{"track", "--nmea", "a", "--socket", "h:1"}, "--socket and --nmea do not go together"},
+        WrongLine{{"track", "--nmea", "a", "--serial", "b"}, "--nmea and --serial do not go together"},
+        WrongLine{{"track", "--socket", "nowhere"}, "--socket takes HOST:PORT, not \"nowhere\""},
+        WrongLine{{"track", "--socket", ":1"}, "--socket takes HOST:PORT, not \":1\""},
+        WrongLine{{"track", "--socket", "h:0"}, "--socket takes a port from 1 to 65535, not \"0\""},
+        WrongLine{{"track", "--baud", "9600"}, "--baud requires --serial"},
+        WrongLine{{"track", "--serial", "s", "--baud", "fast"}, "--baud takes a whole number from 1 on, not \"fast\""},
         WrongLine{{"tasks"}, "name what to do with a task: claim, requirements, questions, next, check or answer"},
         WrongLine{{"tasks", "claim"}, "--task is required"},
         WrongLine{{"tasks", "claim", "--task", ""}, "--task takes a text that is not empty"},

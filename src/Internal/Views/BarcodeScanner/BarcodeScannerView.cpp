@@ -63,6 +63,11 @@ void BarcodeScannerView::start() {
     }
 }
 
+void BarcodeScannerView::tearDown() {
+    captureSession = nullptr;
+    output = nullptr;
+}
+
 void BarcodeScannerView::metadataReceived(const std::vector<platform::Barcode>& codes) {
     if (codes.empty() || !codes.front().text) {
         return;

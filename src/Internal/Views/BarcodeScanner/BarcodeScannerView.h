@@ -32,6 +32,9 @@ public:
     /// Runs the session, if there is one.
     void start();
 
+    /// Ends the session, if there is one, and waits for the frame that is being read.
+    void tearDown();
+
     /// The part of this view that the user aims with; none: all of it.
     void setAim(const std::optional<QRectF>& part);
 

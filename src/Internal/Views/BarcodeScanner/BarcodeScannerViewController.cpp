@@ -32,7 +32,8 @@ BarcodeScannerViewController::BarcodeScannerViewController(InterfaceFile interfa
     : ViewController(std::move(interfaceFile)), scannerView(new BarcodeScannerView(devices)) {}
 
 BarcodeScannerViewController::~BarcodeScannerViewController() {
-    scannerView->captureSession = nullptr;
+    // The view goes a little later, and not at all where the application ends first.
+    scannerView->tearDown();
 }
 
 void BarcodeScannerViewController::viewDidLoad() {

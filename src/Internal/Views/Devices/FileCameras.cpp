@@ -46,9 +46,9 @@ Opened FileCameras::open(const std::string& path, const Options& options) {
 
 std::shared_ptr<platform::Camera> FileCameras::defaultCamera() {
     if (picture) {
-        return std::make_shared<PictureCamera>(picture, options.lasting);
+        return std::make_shared<PictureCamera>(picture, options);
     }
-    return std::make_shared<VideoCamera>(path, options.lasting);
+    return std::make_shared<VideoCamera>(path, options, videoProblem);
 }
 
 } // namespace quorvane::capture

@@ -17,6 +17,9 @@ namespace quorvane::capture {
 class FileCameras final : public platform::Cameras {
 public:
     struct Options {
+        /// Shows the file as a user holds up a code: upright in a frame of the shape 9:16, all of it in the middle,
+        /// within three quarters of the frame's width. Else what the file holds fills the frame.
+        bool isHeldUp = false;
         /// After so long a picture, or a video's last frame, is taken away, as a camera is that somebody unplugs.
         std::optional<std::chrono::nanoseconds> lasting;
     };
@@ -25,6 +28,9 @@ public:
     [[nodiscard]] static std::variant<std::shared_ptr<FileCameras>, platform::ImageError> open(const std::string& path,
                                                                                                const Options& options);
     [[nodiscard]] static std::variant<std::shared_ptr<FileCameras>, platform::ImageError> open(const std::string& path);
+
+    /// Why a video's camera broke; empty where none did.
+    [[nodiscard]] std::string problem() const { return *videoProblem; }
 
     /// Each call answers another camera that sees the file from its beginning.
     [[nodiscard]] std::shared_ptr<platform::Camera> defaultCamera() override;
@@ -36,6 +42,7 @@ private:
     /// None: the file is a video.
     const std::shared_ptr<const platform::Image> picture;
     const Options options;
+    const std::shared_ptr<std::string> videoProblem = std::make_shared<std::string>();
 };
 
 } // namespace quorvane::capture

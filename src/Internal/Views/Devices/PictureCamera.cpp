@@ -2,22 +2,23 @@
 
 #include <utility>
 
+#include "Internal/Views/Devices/HeldUp.h"
 #include "Internal/Views/FrameImage.h"
 #include "Platform/Platform.h"
 #include "Platform/Qt/QtImage.h"
 
 namespace quorvane::capture {
 
-PictureCamera::PictureCamera(std::shared_ptr<const platform::Image> thePicture,
-                             std::optional<std::chrono::nanoseconds> theLasting)
+PictureCamera::PictureCamera(std::shared_ptr<const platform::Image> thePicture, const FileCameras::Options& theOptions)
     : mainQueue(platform::current().mainQueue()),
       picture(std::move(thePicture)),
-      lasting(theLasting),
+      options(theOptions),
       frames(mainQueue) {}
 
 void PictureCamera::start(FrameHandler frame, FailureHandler failed) {
     running = true;
-    frames.start(frameOf(static_cast<const platform::qt::QtImage&>(*picture).pixels()), std::move(frame), lasting,
+    const QImage& pixels = static_cast<const platform::qt::QtImage&>(*picture).pixels();
+    frames.start(frameOf(options.isHeldUp ? heldUp(pixels) : pixels), std::move(frame), options.lasting,
                  std::move(failed));
 }
 

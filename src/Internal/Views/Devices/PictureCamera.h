@@ -1,9 +1,8 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
-#include <optional>
 
+#include "Internal/Views/Devices/FileCameras.h"
 #include "Internal/Views/Devices/StillFrames.h"
 #include "Platform/Camera.h"
 
@@ -12,9 +11,8 @@ namespace quorvane::capture {
 /// A picture that stands for a camera.
 class PictureCamera final : public platform::Camera {
 public:
-    /// @p thePicture comes from `platform::QtImages`. It is taken away after @p theLasting, and never without it.
-    PictureCamera(std::shared_ptr<const platform::Image> thePicture,
-                  std::optional<std::chrono::nanoseconds> theLasting);
+    /// @p thePicture comes from `platform::QtImages`.
+    PictureCamera(std::shared_ptr<const platform::Image> thePicture, const FileCameras::Options& theOptions);
     ~PictureCamera() override { frames.stop(); }
 
     [[nodiscard]] bool open() override { return true; }
@@ -27,7 +25,7 @@ public:
 private:
     platform::MainQueue& mainQueue;
     const std::shared_ptr<const platform::Image> picture;
-    const std::optional<std::chrono::nanoseconds> lasting;
+    const FileCameras::Options options;
     StillFrames frames;
     bool running = false;
 };

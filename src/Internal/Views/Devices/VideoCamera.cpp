@@ -3,6 +3,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "Internal/Views/Devices/HeldUp.h"
 #include "Internal/Views/Devices/QtFrame.h"
 #include "Internal/Views/FrameImage.h"
 #include "Platform/Platform.h"
@@ -10,8 +11,13 @@
 
 namespace quorvane::capture {
 
-VideoCamera::VideoCamera(const std::string& path, std::optional<std::chrono::nanoseconds> theLasting)
-    : mainQueue(platform::current().mainQueue()), lasting(theLasting), afterTheEnd(mainQueue) {
+VideoCamera::VideoCamera(std::string thePath, const FileCameras::Options& theOptions,
+                         std::shared_ptr<std::string> theProblem)
+    : mainQueue(platform::current().mainQueue()),
+      path(std::move(thePath)),
+      problem(std::move(theProblem)),
+      options(theOptions),
+      afterTheEnd(mainQueue) {
     player.setVideoSink(&sink);
     // On the thread that the frame comes on.
     QObject::connect(
@@ -58,9 +64,12 @@ void VideoCamera::stop() {
 }
 
 void VideoCamera::arrived(const QVideoFrame& frame) {
-    const platform::VideoFrame arrived = videoFrameOf(frame);
+    platform::VideoFrame arrived = videoFrameOf(frame);
     if (arrived.width == 0) {
         return;
+    }
+    if (options.isHeldUp) {
+        arrived = frameOf(heldUp(imageOf(arrived)));
     }
     {
         const std::lock_guard lock(lastMutex);
@@ -84,11 +93,14 @@ void VideoCamera::ended() {
         return;
     }
     afterTheEnd.start(
-        shown, [this](const platform::VideoFrame& frame) { gate.pass(frame); }, lasting, [this] { fail(); });
+        shown, [this](const platform::VideoFrame& frame) { gate.pass(frame); }, options.lasting, [this] { fail(); });
 }
 
 void VideoCamera::fail() {
     afterTheEnd.stop();
+    if (lastFrame().width == 0) {
+        *problem = path + ": there is neither a picture nor a video in it that is known here";
+    }
     if (const FailureHandler failed = std::exchange(failureHandler, nullptr)) {
         failed();
     }

@@ -2,12 +2,11 @@
 
 #include <QMediaPlayer>
 #include <QVideoSink>
-#include <chrono>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 
+#include "Internal/Views/Devices/FileCameras.h"
 #include "Internal/Views/Devices/FrameGate.h"
 #include "Internal/Views/Devices/StillFrames.h"
 #include "Platform/Camera.h"
@@ -18,8 +17,8 @@ namespace quorvane::capture {
 /// A video that stands for a camera.
 class VideoCamera final : public platform::Camera {
 public:
-    /// After its end its last frame is seen for @p theLasting, and for ever without it.
-    VideoCamera(const std::string& path, std::optional<std::chrono::nanoseconds> theLasting);
+    /// Why nothing is seen at all is left in @p theProblem.
+    VideoCamera(std::string thePath, const FileCameras::Options& theOptions, std::shared_ptr<std::string> theProblem);
     ~VideoCamera() override;
 
     [[nodiscard]] bool open() override { return true; }
@@ -38,7 +37,9 @@ private:
     void fail();
 
     platform::MainQueue& mainQueue;
-    const std::optional<std::chrono::nanoseconds> lasting;
+    const std::string path;
+    const std::shared_ptr<std::string> problem;
+    const FileCameras::Options options;
     FrameGate gate;
     std::mutex lastMutex;
     platform::VideoFrame last;

@@ -1,0 +1,74 @@
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <variant>
+
+#include "Facade/Quorvane.h"
+#include "Internal/Views/Capture.h"
+#include "Internal/Views/Devices/FileCameras.h"
+#include "Platform/Lifetime.h"
+#include "Platform/MainQueue.h"
+#include "Platform/Platform.h"
+#include "tools/Failure.h"
+#include "tools/ScreenRun.h"
+#include "tools/Text.h"
+#include "tools/commands/ScanRun.h"
+
+namespace quorvane::tool {
+namespace {
+
+/// How long a picture is shown to the scanner.
+constexpr std::chrono::seconds lookingTime{2};
+/// A stop that no success follows within this time was the user's.
+constexpr std::chrono::seconds successFollows{1};
+
+class Host final : public BarcodeScannerDelegate {
+public:
+    std::optional<std::string> code;
+    bool hasFailed = false;
+    bool isCancelled = false;
+
+    [[nodiscard]] bool isDone() const { return code || hasFailed || isCancelled; }
+
+    void scanningDidFail() override { hasFailed = true; }
+    void scanningDidStop() override {
+        platform::current().mainQueue().postAfter(successFollows, lifetime.guard([this] { isCancelled = true; }));
+    }
+    void scanningSucceeded(const std::string& theCode) override { code = theCode; }
+
+private:
+    platform::Lifetime lifetime;
+};
+
+std::shared_ptr<capture::FileCameras> camerasOf(const std::string& file) {
+    auto opened = capture::FileCameras::open(file, {true, lookingTime});
+    if (const auto* const error = std::get_if<platform::ImageError>(&opened)) {
+        throw Failure(printable(error->message));
+    }
+    return std::get<std::shared_ptr<capture::FileCameras>>(std::move(opened));
+}
+
+} // namespace
+
+std::string scan(const ScanOptions& options, const GlobalOptions& global, Terminal& terminal) {
+    ScreenRun run(global, terminal, options.hasWindow);
+    const auto file = options.file.empty() ? nullptr : camerasOf(options.file);
+    run.see(file);
+    const auto host = std::make_shared<Host>();
+    const auto scanner = Quorvane::createBarcodeScanner();
+    scanner->delegate = host;
+    capture::present(*scanner, false);
+    run.runUntil([&] { return host->isDone(); });
+    if (host->code) {
+        return *host->code;
+    }
+    if (host->hasFailed && !file) {
+        throw Failure("there is no camera that can be used");
+    }
+    if (file && !file->problem().empty()) {
+        throw Failure(printable(file->problem()));
+    }
+    throw NothingFound("no barcode was read");
+}
+
+} // namespace quorvane::tool
