@@ -230,7 +230,12 @@ void addTrack(CLI::App& program, Command& chosen) {
                                       },
                                       "A receiver of NMEA sentences on a serial port")
                                   ->type_name("DEVICE");
-    verb->add_option("--baud", options->baudRate, "The speed of the serial port (4800)")->needs(port);
+    verb->add_option_function<std::string>(
+            "--baud",
+            [options](const std::string& text) { options->baudRate = static_cast<int>(ordinalIn("--baud", text)); },
+            "The speed of the serial port (4800)")
+        ->type_name("BAUD")
+        ->needs(port);
     verb->add_option_function<std::string>(
             "--socket", [options](const std::string& text) { options->receiver = serverIn("--socket", text); },
             "A server of NMEA sentences")

@@ -1,13 +1,12 @@
 #include <chrono>
-#include <cstdio>
 #include <fstream>
-#include <optional>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "Platform/Clock.h"
 #include "Platform/Qt/QtLocationTest.h"
+#include "support/NMEASentences.h"
 #include "tools/PortTest.h"
 
 namespace quorvane::platform::qt {
@@ -18,23 +17,11 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-std::string sentence(const std::string& text) {
-    unsigned sum = 0;
-    for (const char c : text) {
-        sum ^= static_cast<unsigned char>(c);
-    }
-    std::array<char, 8> tail{};
-    std::snprintf(tail.data(), tail.size(), "*%02X\r\n", sum);
-    return "$" + text + tail.data();
-}
+using testing::sentence;
 
-/// At so many hundredths of a second after noon, at so many minutes north of 46 degrees.
+/// At so many minutes north of 46 degrees.
 std::string position(int hundredths, const std::string& minutes) {
-    std::array<char, 16> time{};
-    std::snprintf(time.data(), time.size(), "1200%02d.%02d", hundredths / 100, hundredths % 100);
-    const std::string moment = time.data();
-    return sentence("GPGGA," + moment + ",46" + minutes + ",N,01430.0000,E,1,08,1.2,300.0,M,45.0,M,,") +
-           sentence("GPRMC," + moment + ",A,46" + minutes + ",N,01430.0000,E,10.0,90.0,210326,,,A");
+    return testing::position(hundredths, "46" + minutes);
 }
 
 class NMEATest : public QtLocationTest {
