@@ -154,6 +154,28 @@ TEST_F(DecisionPipelineTest, AnOldFixComesAfterTheTimeoutsWereCancelledSoTheCall
     EXPECT_EQ(calls.count(), 1U);
 }
 
+TEST_F(DecisionPipelineTest, AnOldFixBringsNothingUpToDateAndSendsNothing) {
+    handle(fixAt(0, 100));
+    SignedInFlag::shared().set(true);
+    setStopped(true);
+    setSent(60s);
+    const std::size_t before = syncs();
+
+    handle(fixAt(500, 50));
+
+    ASSERT_EQ(lastOutcome(), Outcome::old);
+    EXPECT_FALSE(lowPower().updates);
+    EXPECT_TRUE(stopped());
+    EXPECT_EQ(QVState::getLastSentAt(), noon + 40s);
+    EXPECT_EQ(syncs(), before);
+}
+
+TEST_F(DecisionPipelineTest, TheFirstFixStoresThatTheUserMoves) {
+    handle(fixAt(0));
+
+    EXPECT_EQ(preferences().boolean("quorvane_stopped"), false);
+}
+
 TEST_F(DecisionPipelineTest, TheDelegateIsToldOfTheFixBeforeTheCallersAre) {
     std::vector<std::size_t> clientUpdatesThen;
     manager().getLocation(Accuracy::HIGH,

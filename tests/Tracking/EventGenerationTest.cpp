@@ -116,6 +116,18 @@ TEST_F(EventGenerationTest, TheSamePlaceAgainIsNoEvent) {
     EXPECT_THAT(events(false, {market}), IsEmpty());
 }
 
+TEST_F(EventGenerationTest, AnotherPlaceAtTheSamePointIsTheSamePlaceWithAnotherFence) {
+    const PlacePointer kiosk = place("kiosk", market->location->coordinate);
+    sync(false, {market});
+
+    const auto list = events(false, {kiosk});
+
+    EXPECT_THAT(types(list), ElementsAre(Type::USER_EXITED_GEOFENCE, Type::USER_ENTERED_GEOFENCE));
+    EXPECT_EQ(list[0]->geofence->externalId, "market");
+    EXPECT_EQ(list[1]->geofence->externalId, "kiosk");
+    EXPECT_EQ(list[0]->place, kiosk);
+}
+
 TEST_F(EventGenerationTest, ASecondPlaceThereIsAPlaceTheSameButAFenceMore) {
     sync(false, {market});
 

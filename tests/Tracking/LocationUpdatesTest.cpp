@@ -190,7 +190,7 @@ TEST_F(LocationUpdatesTest, ATimerThatStartsAgainCancelsAllPendingShutdowns) {
     EXPECT_THAT(changes, ElementsAre(Change::scheduled, Change::scheduled, Change::cancelled, Change::cancelled));
 }
 
-TEST_F(LocationUpdatesTest, ATimerThatHasStartedAlreadyCancelsNoShutdown) {
+TEST_F(LocationUpdatesTest, AStopAndAStartInOneMomentLeaveTheTimerRunning) {
     track(options);
     manager().stopTracking();
     manager().startTracking(options);

@@ -52,6 +52,53 @@ TEST_F(OwnGeofencesTest, ANewOneTakesThePlaceOfTheOld) {
     EXPECT_TRUE(told[2].isPlaced);
 }
 
+TEST_F(OwnGeofencesTest, EachFixMovesItAndOneThatIsTooInaccurateToo) {
+    setSent(1s);
+    handle(fixAt(500));
+    ASSERT_THAT(regions(), SizeIs(1));
+    EXPECT_EQ(services().regions()[0].center, fixAt(500).coordinate);
+
+    options.useStoppedGeofence = true;
+    options.stoppedGeofenceRadius = 60;
+    QVSettings::setTrackingOptions(options);
+    setStopped(true);
+    handle(fixAt(900, 1, 1500));
+
+    ASSERT_EQ(fixes().back().outcome, observed::Fix::Outcome::inaccurate);
+    ASSERT_THAT(regions(), SizeIs(1));
+    EXPECT_EQ(services().regions()[0].center, fixAt(900).coordinate);
+    EXPECT_EQ(services().regions()[0].radius, 60.0);
+}
+
+TEST_F(OwnGeofencesTest, AManualLocationLeavesItWhereItIs) {
+    options.useStoppedGeofence = true;
+    options.stoppedGeofenceRadius = 60;
+    QVSettings::setTrackingOptions(options);
+    setStopped(true);
+    setSent(1s);
+    place(fixAt(0));
+    const auto first = regions();
+    ASSERT_THAT(first, SizeIs(1));
+
+    handle(fixAt(500), Source::MANUAL_LOCATION);
+
+    EXPECT_EQ(fixes().back().sync->rule, SyncDecision::Rule::syncMode);
+    EXPECT_EQ(regions(), first);
+}
+
+TEST_F(OwnGeofencesTest, OneWithoutARadiusIsAskedForAndRefusedByThePlatform) {
+    options.movingGeofenceRadius = 0;
+    QVSettings::setTrackingOptions(options);
+    setLogLevel(QVLogLevel::DEBUG);
+    manager().verbose = true;
+
+    place(fixAt(0));
+
+    EXPECT_THAT(regions(), SizeIs(0));
+    EXPECT_THAT(messages(), ::testing::Contains(::testing::StartsWith("monitoringDidFailFor | region = "
+                                                                      "qv-visit-region_")));
+}
+
 TEST_F(OwnGeofencesTest, RegionsOfOthersAreLeftAlone) {
     hosts->startMonitoring({"qv-visit", {46, 14}, 50});
     hosts->startMonitoring({"my qv-visit-region_1", {46, 14}, 50});

@@ -102,6 +102,18 @@ TEST_F(QVStateTest, ARecordThatSomebodyBrokeIsNone) {
     EXPECT_EQ(QVState::getLastMovedLocation(), std::nullopt);
 }
 
+TEST_F(QVStateTest, DatesAndFlagsOfAnotherKindAreNone) {
+    preferences().setString("quorvane_last_moved_at", "noon");
+    preferences().setInteger("quorvane_last_sent_at", 7);
+    preferences().setString("quorvane_stopped", "true");
+    preferences().setInteger("quorvane_can_exit", 1);
+
+    EXPECT_EQ(QVState::getLastMovedAt(), std::nullopt);
+    EXPECT_EQ(QVState::getLastSentAt(), std::nullopt);
+    EXPECT_FALSE(state().isStopped());
+    EXPECT_FALSE(state().canExit());
+}
+
 TEST(Seconds, AreCountedFromTheFirstMomentToTheSecond) {
     const platform::Date noon = quorvane::testing::SimulatedClock::start;
 

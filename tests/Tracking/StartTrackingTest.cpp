@@ -122,6 +122,16 @@ TEST_F(StartTrackingTest, LogsTheOptionsWhileVerbose) {
               "starting tracking | options = " + QuorvaneTrackingOptions::RESPONSIVE()->description());
 }
 
+TEST_F(StartTrackingTest, LogsTheOptionsWithoutPermissionToo) {
+    services().setAuthorization(LocationAuthorization::denied);
+    setLogLevel(QVLogLevel::DEBUG);
+    manager().verbose = true;
+
+    manager().startTracking(*QuorvaneTrackingOptions::EFFICIENT());
+
+    EXPECT_EQ(messages().at(0), "starting tracking | options = " + QuorvaneTrackingOptions::EFFICIENT()->description());
+}
+
 using StartTrackingDeathTest = StartTrackingTest;
 
 TEST_F(StartTrackingDeathTest, WithoutThePermissionsHelperTrackingAndLocationsStopTheProcess) {

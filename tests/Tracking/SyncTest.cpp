@@ -117,6 +117,22 @@ TEST_F(SyncTest, AUserWhoJustStoppedIsSentInSpiteOfTheRateLimit) {
     EXPECT_TRUE(lastSend().stopped);
 }
 
+TEST_F(SyncTest, WhereTheClockWasSetBackAUserWhoJustStoppedIsSentTwoSecondsLater) {
+    handle(fixAt(0));
+    advance(150s);
+    setSent(-1h);
+    const std::size_t before = syncs();
+
+    handle(fixAt(10, 150));
+    EXPECT_EQ(lastSync().lastSyncInterval, -3600);
+    EXPECT_EQ(lastSend().change, Change::scheduled);
+    EXPECT_EQ(QVState::getLastSentAt(), noon + 150s);
+    EXPECT_EQ(syncs(), before);
+    advance(2s);
+
+    EXPECT_EQ(syncs(), before + 1);
+}
+
 TEST_F(SyncTest, AManualFixHalfASecondAfterTheLastOneIsSentTwoSecondsLater) {
     setSent(500ms);
 
