@@ -38,20 +38,16 @@ void whenAnswered(const QDBusPendingCall& call, QObject* context, Then then) {
 
 } // namespace
 
-GeoClueReceiver::GeoClueReceiver(const Clock& theClock, std::string theDesktopId, bool wasPermitted,
-                                 Listener theListener, std::function<void(std::string_view)> tell)
-    : clock(theClock), desktopId(std::move(theDesktopId)), listener(std::move(theListener)), output(std::move(tell)) {
-    for (QTimer* const timer : {&look, &impatience, &retry}) {
-        timer->setSingleShot(true);
-    }
+GeoClueReceiver::GeoClueReceiver(const Clock& theClock, MainQueue& theQueue, std::string theDesktopId,
+                                 bool wasPermitted, Listener theListener, std::function<void(std::string_view)> tell)
+    : clock(theClock),
+      desktopId(std::move(theDesktopId)),
+      listener(std::move(theListener)),
+      output(std::move(tell)),
+      impatience(theQueue),
+      retry(theQueue) {
+    look.setSingleShot(true);
     QObject::connect(&look, &QTimer::timeout, &look, [this] { lookWhetherActive(); });
-    QObject::connect(&retry, &QTimer::timeout, &retry, [this] {
-        if (isWanted) {
-            start();
-        }
-    });
-    QObject::connect(&impatience, &QTimer::timeout, &impatience,
-                     [this] { refuse("the location service (GeoClue 2) did not answer in time"); });
     if (!isServiceThere()) {
         status = LocationAuthorization::denied;
         output("QuorvaneSDK: this system has no location service (GeoClue 2); the location counts as not permitted");
@@ -81,13 +77,21 @@ void GeoClueReceiver::ask() {
 
 void GeoClueReceiver::want(const DerivedLocations::Demand& demand) {
     isWanted = wantsAnything(demand);
-    if (isWanted && state == State::idle && (demand.request || !retry.isActive())) {
-        retry.start(0);
+    if (isWanted && state == State::idle && (demand.request || !retry.isRunning())) {
+        startAfter(std::chrono::seconds(0));
     } else if (!isWanted && state == State::running) {
         stop();
     } else if (demand.request && state == State::running) {
         repeatSoon();
     }
+}
+
+void GeoClueReceiver::startAfter(std::chrono::seconds time) {
+    retry.start(time, [this] {
+        if (isWanted) {
+            start();
+        }
+    });
 }
 
 void GeoClueReceiver::start() {
@@ -120,7 +124,7 @@ void GeoClueReceiver::start() {
     // Without it the service would be asked for no accuracy at all.
     source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
     source->setUpdateInterval(source->minimumUpdateInterval());
-    impatience.start(patience);
+    impatience.start(patience, [this] { refuse("the location service (GeoClue 2) did not answer in time"); });
     source->startUpdates();
     watchClient();
 }
@@ -184,7 +188,7 @@ void GeoClueReceiver::refuse(const std::string& why) {
 void GeoClueReceiver::goneAway() {
     stop();
     listener.failure({LocationError::Kind::unknown, "The location service has gone away."});
-    retry.start(pause);
+    startAfter(pause);
 }
 
 void GeoClueReceiver::stop() {

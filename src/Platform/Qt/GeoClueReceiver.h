@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "Platform/Qt/Delay.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/SystemBus.h"
 
@@ -29,8 +30,8 @@ public:
     static constexpr std::chrono::seconds pause{5};
 
     /// @p tell gets lines for a developer's log. @p wasPermitted: in an earlier launch.
-    GeoClueReceiver(const Clock& theClock, std::string theDesktopId, bool wasPermitted, Listener theListener,
-                    std::function<void(std::string_view line)> tell);
+    GeoClueReceiver(const Clock& theClock, MainQueue& theQueue, std::string theDesktopId, bool wasPermitted,
+                    Listener theListener, std::function<void(std::string_view line)> tell);
     ~GeoClueReceiver() override;
 
     [[nodiscard]] LocationAuthorization authorization() override { return status; }
@@ -48,6 +49,7 @@ private:
     };
 
     [[nodiscard]] static bool isServiceThere();
+    void startAfter(std::chrono::seconds time);
     void start();
     void stop();
     void findOutWhy();
@@ -73,8 +75,8 @@ private:
     std::optional<RemoteObject> client;
     /// Fires when a property of the client has changed.
     QTimer look;
-    QTimer impatience;
-    QTimer retry;
+    Delay impatience;
+    Delay retry;
     std::unique_ptr<QDBusServiceWatcher> service;
     std::unique_ptr<QGeoPositionInfoSource> source;
     /// Declared last, so that it goes first: what is connected and on its way lives as long.

@@ -67,11 +67,12 @@ struct MakeDevice {
 
 } // namespace
 
-NMEAReceiver::NMEAReceiver(const Clock& theClock, PositionSource theSource, Listener theListener)
-    : clock(theClock), source(std::move(theSource)), listener(std::move(theListener)) {
-    retry.setSingleShot(true);
-    QObject::connect(&retry, &QTimer::timeout, &retry, [this] { open(); });
-}
+NMEAReceiver::NMEAReceiver(const Clock& theClock, MainQueue& theQueue, PositionSource theSource, Listener theListener)
+    : clock(theClock),
+      source(std::move(theSource)),
+      listener(std::move(theListener)),
+      retry(theQueue),
+      failure(theQueue) {}
 
 NMEAReceiver::~NMEAReceiver() = default;
 
@@ -83,10 +84,14 @@ void NMEAReceiver::want(const DerivedLocations::Demand& demand) {
             close();
         }
     } else if (device == nullptr && (!isRecording() || problem.empty())) {
-        retry.start(0);
+        openAfter(std::chrono::seconds(0));
     } else if (demand.request && !problem.empty()) {
-        failLater();
+        failSoon();
     }
+}
+
+void NMEAReceiver::openAfter(std::chrono::seconds time) {
+    retry.start(time, [this] { open(); });
 }
 
 void NMEAReceiver::open() {
@@ -140,7 +145,7 @@ void NMEAReceiver::end() {
     } else {
         giveUp(name + " gives nothing: " + device->errorString().toStdString());
         if (!isRecording()) {
-            retry.start(pause);
+            openAfter(pause);
         }
     }
 }
@@ -166,8 +171,8 @@ void NMEAReceiver::close() {
     }
 }
 
-void NMEAReceiver::failLater() {
-    QTimer::singleShot(0, &retry, [this] {
+void NMEAReceiver::failSoon() {
+    failure.start(std::chrono::seconds(0), [this] {
         if (isWanted && !problem.empty()) {
             listener.failure({LocationError::Kind::unknown, problem});
         }

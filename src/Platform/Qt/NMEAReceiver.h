@@ -2,10 +2,10 @@
 
 #include <QIODevice>
 #include <QObject>
-#include <QTimer>
 #include <memory>
 #include <string>
 
+#include "Platform/Qt/Delay.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
 
@@ -24,7 +24,7 @@ public:
     static constexpr std::chrono::seconds pause{5};
 
     /// @p theSource is none of `GeoClue`.
-    NMEAReceiver(const Clock& theClock, PositionSource theSource, Listener theListener);
+    NMEAReceiver(const Clock& theClock, MainQueue& theQueue, PositionSource theSource, Listener theListener);
     ~NMEAReceiver() override;
 
     [[nodiscard]] LocationAuthorization authorization() override { return LocationAuthorization::always; }
@@ -32,14 +32,14 @@ public:
     void want(const DerivedLocations::Demand& demand) override;
 
 private:
+    void openAfter(std::chrono::seconds time);
     void open();
     void listen();
     void close();
     void end();
     void giveUp(const std::string& message);
     void tell(const QGeoPositionInfo& info);
-    /// Soon, in the event loop.
-    void failLater();
+    void failSoon();
     [[nodiscard]] bool isRecording() const { return std::holds_alternative<NMEAFile>(source); }
 
     const Clock& clock;
@@ -49,7 +49,8 @@ private:
     bool hadFix = false;
     /// Why there is nothing, while there is nothing.
     std::string problem;
-    QTimer retry;
+    Delay retry;
+    Delay failure;
     std::unique_ptr<QIODevice> device;
     std::unique_ptr<QNmeaPositionInfoSource> sentences;
     /// Declared last, so that it goes first: what is connected lives as long.

@@ -13,21 +13,20 @@ QtLocations::QtLocations(const Surroundings& surroundings, const PositionSource&
     : DerivedLocations(surroundings.clock, surroundings.queue, KeptServices::stored(surroundings.preferences)),
       around(surroundings),
       memory(around.preferences, std::holds_alternative<GeoClue>(source)),
+      impatience(around.queue),
       receiver(receiverFor(source)) {
     setAuthorization(receiver->authorization());
 }
 
-QtLocations::~QtLocations() {
-    around.queue.cancel(impatience);
-}
+QtLocations::~QtLocations() = default;
 
 std::unique_ptr<PositionReceiver> QtLocations::receiverFor(const PositionSource& source) {
     const auto* const service = std::get_if<GeoClue>(&source);
     if (service == nullptr) {
-        return std::make_unique<NMEAReceiver>(around.clock, source, listener());
+        return std::make_unique<NMEAReceiver>(around.clock, around.queue, source, listener());
     }
     return std::make_unique<GeoClueReceiver>(
-        around.clock, service->desktopId, isAuthorized(), listener(),
+        around.clock, around.queue, service->desktopId, isAuthorized(), listener(),
         [&application = around.application](std::string_view line) { application.standardOutput(line); });
 }
 
@@ -64,13 +63,14 @@ void QtLocations::demandChanged() {
 }
 
 void QtLocations::limitPatience(bool isWaitedFor) {
-    around.queue.cancel(std::exchange(impatience, 0));
-    if (isWaitedFor) {
-        impatience = around.queue.postAfter(patience, lifetime.guard([this] {
-            fail({LocationError::Kind::unknown, "No position was found in time."});
-            demandChanged();
-        }));
+    if (!isWaitedFor) {
+        impatience.stop();
+        return;
     }
+    impatience.start(patience, [this] {
+        fail({LocationError::Kind::unknown, "No position was found in time."});
+        demandChanged();
+    });
 }
 
 } // namespace quorvane::platform::qt

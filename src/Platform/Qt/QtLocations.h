@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Platform/DerivedLocations.h"
-#include "Platform/MainQueue.h"
+#include "Platform/Qt/Delay.h"
 #include "Platform/Qt/KeptServices.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
@@ -44,9 +44,8 @@ private:
     const Surroundings around;
     KeptServices memory;
     Demand asked;
-    MainQueue::Ticket impatience = 0;
+    Delay impatience;
     std::unique_ptr<PositionReceiver> receiver;
-    Lifetime lifetime;
 };
 
 } // namespace quorvane::platform::qt
