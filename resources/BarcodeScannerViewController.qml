@@ -23,17 +23,21 @@ FocusScope {
 
         anchors.fill: parent
 
-        Shape {
+        // Made anew for each showing: a shape that comes back into a window crashes the toolkit's software renderer.
+        Loader {
             anchors.fill: parent
+            active: Window.window !== null
 
-            ShapePath {
-                fillColor: "#a6000000"
-                fillRule: ShapePath.OddEvenFill
-                strokeColor: "transparent"
-                strokeWidth: -1
+            sourceComponent: Shape {
+                ShapePath {
+                    fillColor: "#a6000000"
+                    fillRule: ShapePath.OddEvenFill
+                    strokeColor: "transparent"
+                    strokeWidth: -1
 
-                PathSvg {
-                    path: container.maskPath
+                    PathSvg {
+                        path: container.maskPath
+                    }
                 }
             }
         }

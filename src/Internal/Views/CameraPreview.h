@@ -7,7 +7,7 @@
 
 namespace quorvane::capture {
 
-/// Shows what a camera sees, filling the item and keeping the picture's proportions. Black before the first frame.
+/// Shows what a camera sees, filling the item and keeping the picture's proportions. Nothing before the first frame.
 class CameraPreview : public QQuickItem {
 public:
     CameraPreview();

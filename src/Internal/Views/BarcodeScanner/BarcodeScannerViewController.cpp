@@ -29,7 +29,10 @@ std::shared_ptr<BarcodeScannerViewController> BarcodeScannerViewController::make
 }
 
 BarcodeScannerViewController::BarcodeScannerViewController(InterfaceFile interfaceFile, const Devices& devices)
-    : ViewController(std::move(interfaceFile)), scannerView(new BarcodeScannerView(devices)) {}
+    : ViewController(std::move(interfaceFile)), scannerView(new BarcodeScannerView(devices)), backdrop(new Backdrop) {
+    backdrop->setParentItem(scannerView.get());
+    backdrop->setZ(-1);
+}
 
 BarcodeScannerViewController::~BarcodeScannerViewController() {
     // The view goes a little later, and not at all where the application ends first.
@@ -69,6 +72,7 @@ void BarcodeScannerViewController::viewWillAppear() {
 void BarcodeScannerViewController::viewWillLayoutSubviews() {
     scannerView->setPosition({});
     scannerView->setSize(view().size());
+    backdrop->setSize(view().size());
 }
 
 void BarcodeScannerViewController::viewDidLayoutSubviews() {

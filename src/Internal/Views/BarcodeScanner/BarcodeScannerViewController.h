@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Internal/Views/Backdrop.h"
 #include "Internal/Views/BarcodeScanner/BarcodeScannerView.h"
 #include "Internal/Views/ViewController.h"
 #include "Platform/CaptureUI.h"
@@ -54,6 +55,8 @@ private:
     void showState(const char* name);
 
     ItemPointer<BarcodeScannerView> scannerView;
+    /// Behind the camera's picture.
+    ItemPointer<Backdrop> backdrop;
     // Items of the interface file, once it is loaded.
     QQuickItem* containerView = nullptr;
     QQuickItem* scanlineView = nullptr;

@@ -27,13 +27,15 @@ VideoCamera::VideoCamera(std::string thePath, const FileCameras::Options& theOpt
     const auto soon = [this](void (VideoCamera::*what)()) {
         mainQueue.post(lifetime.guard([this, what] { (this->*what)(); }));
     };
-    QObject::connect(&player, &QMediaPlayer::mediaStatusChanged, &player, [soon](QMediaPlayer::MediaStatus status) {
-        if (status == QMediaPlayer::EndOfMedia) {
-            soon(&VideoCamera::ended);
-        } else if (status == QMediaPlayer::InvalidMedia) {
-            soon(&VideoCamera::fail);
-        }
-    });
+    QObject::connect(&player, &QMediaPlayer::mediaStatusChanged, &player,
+                     [this, soon](QMediaPlayer::MediaStatus status) {
+                         if (status == QMediaPlayer::EndOfMedia) {
+                             soon(&VideoCamera::ended);
+                         } else if (status == QMediaPlayer::InvalidMedia ||
+                                    (status == QMediaPlayer::LoadedMedia && !player.hasVideo())) {
+                             soon(&VideoCamera::fail);
+                         }
+                     });
     QObject::connect(&player, &QMediaPlayer::errorOccurred, &player, [soon] { soon(&VideoCamera::fail); });
     player.setSource(QUrl::fromLocalFile(QString::fromStdString(path)));
 }

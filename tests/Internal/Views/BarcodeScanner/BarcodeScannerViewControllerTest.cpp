@@ -234,6 +234,25 @@ TEST_F(BarcodeScannerViewControllerTest, EachPresentationScansAnewWithASessionOf
     EXPECT_EQ(cameras->camera->openCount(), 2);
 }
 
+TEST_F(BarcodeScannerViewControllerTest, IsDrawnInEachPresentationWhateverItsSize) {
+    for (const QSize size : {QSize(360, 640), QSize(640, 360), QSize(360, 640)}) {
+        resize(size);
+        present();
+        cameras->camera->show(testing::plainFrame(64, 48, 200));
+        settle();
+        const int dimmed = colorAt({2, 2}).lightness();
+        EXPECT_GT(dimmed, 20);
+        EXPECT_LT(dimmed, 100);
+        capture::dismiss(*scanner, false);
+        present();
+        cameras->camera->show(testing::plainFrame(64, 48, 200));
+        settle();
+        EXPECT_EQ(colorAt({2, 2}).lightness(), dimmed);
+        capture::dismiss(*scanner, false);
+        EXPECT_EQ(colorAt({2, 2}), Qt::white);
+    }
+}
+
 TEST_F(BarcodeScannerViewControllerTest, PresentedTwiceItIsSetUpOnce) {
     present();
     present();
@@ -277,6 +296,12 @@ TEST_F(BarcodeScannerViewControllerTest, WithoutACameraTheHostIsToldAndTheScreen
     capture::dismiss(*scanner, false);
     EXPECT_FALSE(scanner->isPresented());
     EXPECT_EQ(host->calls, Calls{"failed"});
+}
+
+TEST_F(BarcodeScannerViewControllerTest, NothingOfTheHostShowsWhereThereIsNoPicture) {
+    cameras->hasCamera = false;
+    present();
+    EXPECT_EQ(colorAt({180, 320}), Qt::black);
 }
 
 TEST_F(BarcodeScannerViewControllerTest, AFailureEndsWithTheNextPresentation) {

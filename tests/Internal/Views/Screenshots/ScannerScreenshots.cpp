@@ -1,0 +1,58 @@
+#include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
+#include "Internal/Views/ScreenTest.h"
+#include "Internal/Views/Screenshots/Screenshot.h"
+
+namespace quorvane::capture {
+namespace {
+
+enum class ScannerState { scanning, found, failed };
+
+const char* nameOf(ScannerState state) {
+    switch (state) {
+        case ScannerState::scanning:
+            return "scanning";
+        case ScannerState::found:
+            return "found";
+        case ScannerState::failed:
+            break;
+    }
+    return "failed";
+}
+
+class ScannerScreenshots : public ScreenTest, public ::testing::WithParamInterface<ScannerState> {};
+
+TEST_P(ScannerScreenshots, AreKept) {
+    const ScannerState state = GetParam();
+    for (const Surroundings surroundings : {Surroundings::light, Surroundings::dark}) {
+        for (const QSize size : {QSize(360, 640), QSize(412, 915), QSize(640, 360), QSize(1280, 800)}) {
+            resize(size);
+            const auto scanner = BarcodeScannerViewController::make(devices());
+            scanner->present(*window, false);
+            cameras->camera->show(scene(surroundings));
+            settle();
+            animations.pass(300);
+            if (state == ScannerState::found) {
+                scanner->scanningSucceeded("4006381333931");
+                animations.pass(BarcodeScannerViewController::greenMilliseconds);
+            } else if (state == ScannerState::failed) {
+                cameras->hasCamera = false;
+                scanner->dismiss(false);
+                scanner->present(*window, false);
+                cameras->hasCamera = true;
+            }
+            const QString name = QString("scanner-%1-%2x%3-%4")
+                                     .arg(nameOf(state))
+                                     .arg(size.width())
+                                     .arg(size.height())
+                                     .arg(nameOf(surroundings));
+            keepScreenshot(picture(), name, size, window->effectiveDevicePixelRatio());
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scanner, ScannerScreenshots,
+                         ::testing::Values(ScannerState::scanning, ScannerState::found, ScannerState::failed),
+                         [](const auto& one) { return std::string(nameOf(one.param)); });
+
+} // namespace
+} // namespace quorvane::capture
