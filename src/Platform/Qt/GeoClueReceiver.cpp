@@ -7,7 +7,9 @@
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QDateTime>
+#include <QFile>
 #include <QGeoPositionInfoSource>
+#include <QStandardPaths>
 #include <utility>
 
 #include "Platform/Clock.h"
@@ -23,6 +25,12 @@ QString serviceName() {
 RemoteObject manager() {
     return {serviceName(), QStringLiteral("/org/freedesktop/GeoClue2/Manager"),
             QStringLiteral("org.freedesktop.GeoClue2.Manager")};
+}
+
+/// Qt's client leaves its last position in a file of the user's when it ends, for everybody to read.
+void forgetLastPosition() {
+    QFile::remove(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                  QStringLiteral("/qtposition-geoclue2"));
 }
 
 /// Calls @p then with what @p call answers, unless @p context ends before.
@@ -45,7 +53,8 @@ GeoClueReceiver::GeoClueReceiver(const Clock& theClock, MainQueue& theQueue, std
       listener(std::move(theListener)),
       output(std::move(tell)),
       impatience(theQueue),
-      retry(theQueue) {
+      retry(theQueue),
+      repetition(theQueue) {
     look.setSingleShot(true);
     QObject::connect(&look, &QTimer::timeout, &look, [this] { lookWhetherActive(); });
     if (!isServiceThere()) {
@@ -107,6 +116,7 @@ void GeoClueReceiver::start() {
         refuse("the location service (GeoClue 2) cannot be reached");
         return;
     }
+    QObject::connect(source.get(), &QObject::destroyed, &forgetLastPosition);
     state = State::starting;
     service = std::make_unique<QDBusServiceWatcher>(serviceName(), QDBusConnection::systemBus(),
                                                     QDBusServiceWatcher::WatchForUnregistration);
@@ -194,6 +204,7 @@ void GeoClueReceiver::goneAway() {
 void GeoClueReceiver::stop() {
     state = State::idle;
     impatience.stop();
+    repetition.stop();
     look.stop();
     client.reset();
     context.reset();
@@ -224,7 +235,7 @@ void GeoClueReceiver::take(const QGeoPositionInfo& info) {
 
 /// The service tells of changes. Whoever asks while there is none gets the last fix, or a client that begins anew.
 void GeoClueReceiver::repeatSoon() {
-    QTimer::singleShot(0, context.get(), [this] {
+    repetition.start(std::chrono::seconds(0), [this] {
         if (last && clock.now() - last->timestamp <= freshness) {
             listener.fix(Location(*last));
         } else {

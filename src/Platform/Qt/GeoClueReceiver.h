@@ -77,6 +77,7 @@ private:
     QTimer look;
     Delay impatience;
     Delay retry;
+    Delay repetition;
     std::unique_ptr<QDBusServiceWatcher> service;
     std::unique_ptr<QGeoPositionInfoSource> source;
     /// Declared last, so that it goes first: what is connected and on its way lives as long.

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] static std::shared_ptr<DerivedLocations::Kept> stored(const PreferencesStore& preferences);
 
     /// @p thePreferences outlives this. The permission is kept as it is unless it is one that the user gives.
-    KeptServices(PreferencesStore& thePreferences, bool keepsPermission);
+    KeptServices(PreferencesStore& thePreferences, bool doesKeepPermission);
 
     /// Writes when there is something new.
     void keep(const DerivedLocations::Kept& kept);

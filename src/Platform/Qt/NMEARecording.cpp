@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <numeric>
@@ -52,7 +53,7 @@ std::optional<milliseconds> timeToldBy(const QByteArray& sentence) {
         return std::nullopt;
     }
     const int whole = static_cast<int>(text);
-    const auto fraction = static_cast<int>((text - whole) * 1000 + 0.5);
+    const auto fraction = std::lround((text - whole) * 1000);
     return hours(whole / 10000) + std::chrono::minutes(whole / 100 % 100) + seconds(whole % 100) +
            milliseconds(fraction);
 }

@@ -27,7 +27,7 @@ constexpr qsizetype mostAhead = 65536;
 
 } // namespace
 
-NMEASerial::NMEASerial(const QString& path, int baudRate) : device(path), speed(baudRate) {}
+NMEASerial::NMEASerial(QString path, int baudRate) : device(std::move(path)), speed(baudRate) {}
 
 NMEASerial::~NMEASerial() {
     NMEASerial::close();

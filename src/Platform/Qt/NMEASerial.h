@@ -11,7 +11,7 @@ namespace quorvane::platform::qt {
 /// What comes in on a serial port. When the other end is gone the channel is finished.
 class NMEASerial final : public QIODevice {
 public:
-    NMEASerial(const QString& path, int baudRate);
+    NMEASerial(QString path, int baudRate);
     ~NMEASerial() override;
 
     bool open(OpenMode mode) override;

@@ -14,10 +14,13 @@
 
 namespace quorvane::platform::qt {
 
-/// The bus of this process's tests, and the one application that listens to it: Qt lets no signal through to the second
-/// application of a process when the first one has ended before its event loop ran.
+/// The bus of this process's tests, a place for what Qt keeps of the user, and the one application that listens to it:
+/// Qt lets no signal through to the second application of a process when the first one has ended before its event loop
+/// ran.
 inline const testing::PrivateBus& privateBus() {
     struct World {
+        const testing::ScratchDirectory data;
+        const bool isSet = setenv("XDG_DATA_HOME", data.path().c_str(), 1) == 0;
         const testing::PrivateBus bus;
         char name[6] = "rider";
         char* arguments[2] = {name, nullptr};

@@ -1,3 +1,6 @@
+#include <cstdlib>
+#include <filesystem>
+
 #include "Platform/Qt/GeoClueMock.h"
 #include "Platform/Qt/QtLocationTest.h"
 
@@ -183,6 +186,19 @@ TEST_F(GeoClueTest, APermissionThatIsTakenBackBetweenTwoLaunchesIsDeniedOnceAFix
 
     launch(GeoClue{"rider"});
     EXPECT_EQ(manager->authorization(), LocationAuthorization::notDetermined);
+}
+
+TEST_F(GeoClueTest, TheLastPositionIsNotLeftInAFile) {
+    askForPermission();
+    manager->startUpdatingLocation();
+    service.moveTo(here);
+    settle();
+    ASSERT_EQ(listener.fixes.size(), 1U);
+
+    manager.reset();
+    platform.reset();
+
+    EXPECT_TRUE(std::filesystem::is_empty(std::getenv("XDG_DATA_HOME")));
 }
 
 TEST_F(GeoClueTest, WithoutTheServicePermissionIsDeniedAtOnceAndOneLineSaysSo) {
