@@ -73,6 +73,7 @@ FocusScope {
             elide: Text.ElideRight
             color: "white"
             font.pixelSize: 16
+            renderType: Text.NativeRendering
             text: qsTr("Hold the phone level")
             Accessible.ignored: true
         }
@@ -100,6 +101,7 @@ FocusScope {
             wrapMode: Text.WordWrap
             color: "white"
             font.pixelSize: 17
+            renderType: Text.NativeRendering
             text: qsTr("The camera cannot be used")
             Accessible.ignored: true
         }

@@ -21,6 +21,7 @@ CaptureControl {
         text: button.text
         color: "white"
         font.pixelSize: 17
+        renderType: Text.NativeRendering
         font.weight: Font.Medium
         Accessible.ignored: true
     }

@@ -1,5 +1,6 @@
 #include "Internal/Views/PictureView.h"
 
+#include <QCache>
 #include <QDebug>
 #include <QPainter>
 #include <QQuickWindow>
@@ -12,8 +13,19 @@
 
 #include "Internal/Views/InterfaceFile.h"
 #include "Platform/Precondition.h"
+#include "Platform/Registry.h"
 
 namespace quorvane::capture {
+namespace {
+
+/// What was drawn lately, for the next screen of that kind.
+struct Drawn {
+    static constexpr int mostKilobytes = 16'384;
+
+    QCache<QString, QImage> images{mostKilobytes};
+};
+
+} // namespace
 
 void PictureView::registerType() {
     static const int registered = qmlRegisterType<PictureView>("Quorvane.Capture", 1, 0, "Picture");
@@ -67,6 +79,23 @@ QImage PictureView::drawn(qreal scale) const {
     if (pixels.isEmpty() || (!drawing && lineWidth <= 0)) {
         return {};
     }
+    auto& images = platform::shared<Drawn>().images;
+    const QString key = QString("%1 %2 %3 %4 %5 %6")
+                            .arg(name)
+                            .arg(width())
+                            .arg(height())
+                            .arg(scale)
+                            .arg(lineWidth)
+                            .arg(lineColor.rgba());
+    if (const QImage* const before = images.object(key)) {
+        return *before;
+    }
+    const QImage image = draw(pixels, scale);
+    images.insert(key, new QImage(image), static_cast<int>(image.sizeInBytes() / 1024));
+    return image;
+}
+
+QImage PictureView::draw(QSize pixels, qreal scale) const {
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

@@ -50,6 +50,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& value) override;
 
 private:
+    [[nodiscard]] QImage draw(QSize pixels, qreal scale) const;
     void redraw();
 
     QString name;

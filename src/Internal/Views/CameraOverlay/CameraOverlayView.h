@@ -41,6 +41,8 @@ public:
     /// Tells the user that there is no picture to come, or that there is again.
     void setFailed(bool failed);
 
+    [[nodiscard]] bool isShutterEnabled() const { return cameraButton->isEnabled(); }
+
     void takePhotoPressed();
     void cancelPressed();
     void flashButtonTapped();
