@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -27,25 +28,45 @@ std::optional<Number> numberIn(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-} // namespace
+struct Pair {
+    double first = 0;
+    double second = 0;
+};
 
-platform::Coordinate coordinateIn(const std::string& option, const std::string& text) {
-    constexpr std::string_view taken = "LAT,LNG in degrees, such as 52.0931,5.6642";
+/// Two numbers with a comma between them.
+Pair pairIn(const std::string& option, std::string_view taken, const std::string& text) {
     const std::string_view whole = text;
     const std::size_t comma = whole.find(',');
     if (comma == std::string_view::npos) {
         refuse(option, taken, text);
     }
-    const std::optional<double> latitude = numberIn<double>(whole.substr(0, comma));
-    const std::optional<double> longitude = numberIn<double>(whole.substr(comma + 1));
-    if (!latitude || !longitude) {
+    const std::optional<double> first = numberIn<double>(whole.substr(0, comma));
+    const std::optional<double> second = numberIn<double>(whole.substr(comma + 1));
+    if (!first || !second) {
         refuse(option, taken, text);
     }
-    const platform::Coordinate coordinate{*latitude, *longitude};
+    return {*first, *second};
+}
+
+} // namespace
+
+platform::Coordinate coordinateIn(const std::string& option, const std::string& text) {
+    const Pair pair = pairIn(option, "LAT,LNG in degrees, such as 52.0931,5.6642", text);
+    const platform::Coordinate coordinate{pair.first, pair.second};
     if (!coordinate.isValid()) {
         refuse(option, "a latitude from -90 to 90 and a longitude from -180 to 180", text);
     }
     return coordinate;
+}
+
+platform::Acceleration accelerationIn(const std::string& option, const std::string& text) {
+    constexpr std::string_view taken = "X,Y in units of gravity, such as 0,-1";
+    constexpr double most = 16;
+    const Pair pair = pairIn(option, taken, text);
+    if (!(std::abs(pair.first) <= most && std::abs(pair.second) <= most)) {
+        refuse(option, taken, text);
+    }
+    return {pair.first, pair.second, 0};
 }
 
 int metresIn(const std::string& option, const std::string& text) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Core/Enumerations.h"
+#include "Platform/Accelerometer.h"
 #include "Platform/Location.h"
 
 namespace quorvane::tool {
@@ -14,6 +15,9 @@ namespace quorvane::tool {
 
 /// "46.05,14.51": degrees north and east.
 [[nodiscard]] platform::Coordinate coordinateIn(const std::string& option, const std::string& text);
+
+/// "0,-1": gravity along the screen to the right and to the top, in units of standard gravity from -16 to 16.
+[[nodiscard]] platform::Acceleration accelerationIn(const std::string& option, const std::string& text);
 
 /// A whole number of metres from 0 on.
 [[nodiscard]] int metresIn(const std::string& option, const std::string& text);

@@ -9,6 +9,7 @@
 #include "tools/Failure.h"
 #include "tools/commands/Demo.h"
 #include "tools/commands/DeviceInfo.h"
+#include "tools/commands/Photo.h"
 #include "tools/commands/Places.h"
 #include "tools/commands/Replay.h"
 #include "tools/commands/Rewards.h"
@@ -91,6 +92,7 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     addDeviceInfo(program, line.command);
     addReplay(program, line.command);
     addScan(program, line.command);
+    addPhoto(program, line.command);
     addTrack(program, line.command);
     addDemo(program, line.command);
     try {
@@ -104,7 +106,8 @@ std::variant<CommandLine, HelpText> parseCommandLine(int argumentCount, const ch
     }
     if (!line.command) {
         throw WrongForm(
-            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
+            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, photo, track and "
+            "demo; "
             "--help explains them");
     }
     return line;

@@ -76,7 +76,7 @@ std::vector<std::string> objectsIn(const std::string& path, const std::string& k
         if (object == nullptr) {
             object = std::get_if<AnyCodable::Dictionary>(&entry.value);
         }
-        if (object == nullptr || !has(*object, marker)) {
+        if (object == nullptr || (!marker.empty() && !has(*object, marker))) {
             throw Failure(nameOfFile(path) + " holds what is no " + kind);
         }
         texts.push_back(json::writeExactly(*object));

@@ -15,7 +15,8 @@ namespace quorvane::tool {
 
 /// The JSON objects of one kind that a file holds, as texts: alone, as a member called @p kind ("task"), or many of
 /// both forms in a list, which may be the member `kind` + "s" of what a search printed. An object counts when it has
-/// @p marker among its members. Throws a `Failure` when the file cannot be read, is no JSON, or holds anything else.
+/// @p marker among its members, and always where @p marker is empty. Throws a `Failure` when the file cannot be read,
+/// is no JSON, or holds anything else.
 [[nodiscard]] std::vector<std::string> objectsIn(const std::string& path, const std::string& kind,
                                                  std::string_view marker);
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Internal/Views/Capture.h"
+#include "Platform/Accelerometer.h"
 #include "Platform/Camera.h"
 #include "Platform/Qt/QtPlatform.h"
 #include "Platform/SystemSound.h"
@@ -14,6 +15,7 @@
 #include "tools/Session.h"
 #include "tools/Terminal.h"
 #include "tools/ToolPlatform.h"
+#include "tools/demo/TemporaryFolder.h"
 
 namespace quorvane::tool {
 namespace {
@@ -59,6 +61,10 @@ public:
         setWhereUnset("QT_MEDIA_BACKEND", "ffmpeg");
         // The program leaves nothing behind.
         qputenv("QML_DISABLE_DISK_CACHE", "1");
+        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+            runtimeFolder.emplace();
+            qputenv("XDG_RUNTIME_DIR", runtimeFolder->path().c_str());
+        }
         gui.emplace(count, arguments);
         QGuiApplication::setApplicationName("quorvane");
     }
@@ -70,6 +76,8 @@ public:
     }
 
 private:
+    /// In the place of the user's own, which the toolkit would make among the temporary files and leave there.
+    std::optional<TemporaryFolder> runtimeFolder;
     const QtMessageHandler messages;
     char name[9] = "quorvane";
     char* arguments[2] = {name, nullptr};
@@ -91,9 +99,11 @@ ScreenRun::~ScreenRun() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void ScreenRun::see(std::shared_ptr<platform::Cameras> cameras) {
+void ScreenRun::see(std::shared_ptr<platform::Cameras> cameras,
+                    std::shared_ptr<platform::Accelerometer> accelerometer) {
     capture::Devices devices;
     devices.cameras = std::move(cameras);
+    devices.accelerometer = std::move(accelerometer);
     if (isSilent) {
         devices.sounds = std::make_shared<NoSound>();
     }

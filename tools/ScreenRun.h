@@ -8,6 +8,7 @@
 #include "tools/Options.h"
 
 namespace quorvane::platform {
+class Accelerometer;
 class Cameras;
 } // namespace quorvane::platform
 
@@ -26,8 +27,8 @@ public:
     ScreenRun& operator=(const ScreenRun&) = delete;
     ~ScreenRun();
 
-    /// Sets what the screens see; the device's camera where null.
-    void see(std::shared_ptr<platform::Cameras> cameras);
+    /// Sets what the screens see and how the device is held; the device's camera and accelerometer where null.
+    void see(std::shared_ptr<platform::Cameras> cameras, std::shared_ptr<platform::Accelerometer> accelerometer = {});
 
     [[nodiscard]] Session& session();
 

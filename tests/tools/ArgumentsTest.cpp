@@ -19,6 +19,17 @@ TEST(Arguments, WhatIsNoPointOnTheEarthIsRefused) {
     }
 }
 
+TEST(Arguments, AnAccelerationIsTwoNumbersOfGravities) {
+    const platform::Acceleration held = accelerationIn("--level", "0.25,-1");
+    EXPECT_EQ(held.x, 0.25);
+    EXPECT_EQ(held.y, -1);
+    EXPECT_EQ(held.z, 0);
+    EXPECT_EQ(accelerationIn("--level", "-16,16").x, -16);
+    for (const char* const text : {"", ",", "1", "1,", "a,b", "1,2,3", "16.1,0", "0,-17", "nan,0", "0,inf"}) {
+        EXPECT_THROW(static_cast<void>(accelerationIn("--level", text)), WrongForm) << text;
+    }
+}
+
 TEST(Arguments, MetresAreAWholeNumberFromNothingOn) {
     EXPECT_EQ(metresIn("--radius", "0"), 0);
     EXPECT_EQ(metresIn("--radius", "2147483647"), 2'147'483'647);

@@ -26,14 +26,14 @@ const std::string metres = " takes a whole number of metres from 0 to 2147483647
 INSTANTIATE_TEST_SUITE_P(
     Forms, WrongCommandLine,
     ::testing::Values(
-        WrongLine{
-            Arguments{},
-            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
-            "--help explains them"},
-        WrongLine{
-            {"--json"},
-            "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, track and demo; "
-            "--help explains them"},
+        WrongLine{Arguments{},
+                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, photo, "
+                  "track and demo; "
+                  "--help explains them"},
+        WrongLine{{"--json"},
+                  "name one of the commands sign-in, search, tasks, places, rewards, device, replay, scan, photo, "
+                  "track and demo; "
+                  "--help explains them"},
         WrongLine{{"fly"}, "the following argument was not expected: fly"},
         WrongLine{{"sign-in", "device"}, "the following argument was not expected: device"},
         WrongLine{{"sign-in", "--user", "u"}, "the following arguments were not expected: u --user"},

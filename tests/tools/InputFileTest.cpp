@@ -49,6 +49,11 @@ TEST_F(InputFileTest, ObjectsAreFoundInEveryFormInWhichTheProgramPrintsThem) {
                 ElementsAre(one, two));
 }
 
+TEST_F(InputFileTest, WithoutAMarkerEveryObjectCounts) {
+    EXPECT_THAT(objectsIn(file(R"({"questions":[{"key":"q1"},{}]})"), "question", {}),
+                ElementsAre(R"({"key":"q1"})", "{}"));
+}
+
 TEST_F(InputFileTest, ValuesKeepTheFormInWhichTheyWereWritten) {
     const std::string one = R"({"distance":3.0,"key":null,"questions":[{"text":"ž \"\n"}]})";
     EXPECT_THAT(tasksIn(" " + one + "\n"), ElementsAre(one));

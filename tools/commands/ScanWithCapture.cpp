@@ -1,17 +1,15 @@
 #include <chrono>
 #include <memory>
 #include <optional>
-#include <variant>
 
 #include "Facade/Quorvane.h"
 #include "Internal/Views/Capture.h"
-#include "Internal/Views/Devices/FileCameras.h"
 #include "Platform/Lifetime.h"
 #include "Platform/MainQueue.h"
 #include "Platform/Platform.h"
+#include "tools/CameraFile.h"
 #include "tools/Failure.h"
 #include "tools/ScreenRun.h"
-#include "tools/Text.h"
 #include "tools/commands/ScanRun.h"
 
 namespace quorvane::tool {
@@ -40,19 +38,11 @@ private:
     platform::Lifetime lifetime;
 };
 
-std::shared_ptr<capture::FileCameras> camerasOf(const std::string& file) {
-    auto opened = capture::FileCameras::open(file, {true, lookingTime});
-    if (const auto* const error = std::get_if<platform::ImageError>(&opened)) {
-        throw Failure(printable(error->message));
-    }
-    return std::get<std::shared_ptr<capture::FileCameras>>(std::move(opened));
-}
-
 } // namespace
 
 std::string scan(const ScanOptions& options, const GlobalOptions& global, Terminal& terminal) {
+    const auto file = options.file.empty() ? nullptr : camerasOf(options.file, {true, lookingTime});
     ScreenRun run(global, terminal, options.hasWindow);
-    const auto file = options.file.empty() ? nullptr : camerasOf(options.file);
     run.see(file);
     const auto host = std::make_shared<Host>();
     const auto scanner = Quorvane::createBarcodeScanner();
@@ -63,10 +53,10 @@ std::string scan(const ScanOptions& options, const GlobalOptions& global, Termin
         return *host->code;
     }
     if (host->hasFailed && !file) {
-        throw Failure("there is no camera that can be used");
+        throw Failure(problemOf(nullptr));
     }
     if (file && !file->problem().empty()) {
-        throw Failure(printable(file->problem()));
+        throw Failure(problemOf(file.get()));
     }
     throw NothingFound("no barcode was read");
 }
