@@ -29,6 +29,8 @@ public:
                                                                                                const Options& options);
     [[nodiscard]] static std::variant<std::shared_ptr<FileCameras>, platform::ImageError> open(const std::string& path);
 
+    [[nodiscard]] bool isVideo() const { return picture == nullptr; }
+
     /// Why a video's camera broke; empty where none did.
     [[nodiscard]] std::string problem() const { return *videoProblem; }
 
