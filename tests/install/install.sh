@@ -112,6 +112,11 @@ case $case in
         rm -rf "${SCRATCH:?}/$case"
         configure "$SOURCE/examples/first-search" "$SCRATCH/$case" -DCMAKE_PREFIX_PATH="$prefix"
         cmake --build "$SCRATCH/$case"
+        if [[ $COMPONENTS == *Capture* ]]; then
+            rm -rf "${SCRATCH:?}/$case-capture"
+            configure "$SOURCE/examples/capture" "$SCRATCH/$case-capture" -DCMAKE_PREFIX_PATH="$prefix"
+            cmake --build "$SCRATCH/$case-capture"
+        fi
         ;;
     AStaticBuildServesAStrangerToo)
         # Kept between runs: only the libraries' archives are made anew, from the compiler's cache where there is one.
