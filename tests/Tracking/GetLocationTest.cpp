@@ -216,6 +216,33 @@ TEST_F(GetLocationTest, ASecondRequestIsNotAnsweredByTheTimeoutOfTheFirst) {
     EXPECT_EQ(second.count(), 1U);
 }
 
+TEST_F(GetLocationTest, AnAnswerOfAnyKindEndsTheTimeoutsOfAllWhoWereAnswered) {
+    const std::vector<std::function<void()>> answers{
+        [] {
+            manager().didFail({platform::LocationError::Kind::unknown, "No signal."});
+        },
+        [] {
+            manager().handleLocation(platform::Location{{0, 14.5}, 10, 5, noon}, Source::BACKGROUND_LOCATION);
+        },
+        [this] { advance(10s); },
+    };
+    for (const auto& answer : answers) {
+        const LocationCalls first;
+        ask(first);
+        advance(10s);
+        ask(first);
+        answer();
+        ASSERT_EQ(first.count(), 2U);
+        const LocationCalls later;
+        ask(later);
+
+        advance(20s - 1ns);
+        EXPECT_EQ(later.count(), 0U);
+        advance(1ns);
+        EXPECT_EQ(later.count(), 1U);
+    }
+}
+
 TEST_F(GetLocationTest, TellsWhatItDoesWhileVerbose) {
     setLogLevel(QVLogLevel::DEBUG);
     manager().verbose = true;

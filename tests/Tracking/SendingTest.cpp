@@ -42,6 +42,20 @@ TEST_F(SendingTest, WithoutAKeyNothingIsSentAndTrackingIsBroughtUpToDate) {
     EXPECT_THAT(delegate->errors(), IsEmpty());
 }
 
+TEST_F(SendingTest, WhatIsDroppedWithoutAKeyHoldsNoShutdownBack) {
+    manager().updateTracking(std::nullopt);
+    settle();
+    ASSERT_TRUE(lowPower().updates);
+    preferences().remove("quorvane_access_key");
+    send();
+    settle();
+
+    manager().stopTracking();
+    settle();
+
+    EXPECT_FALSE(lowPower().updates);
+}
+
 TEST_F(SendingTest, AnEmptyKeyIsAKey) {
     store("quorvane_access_key", "");
 
