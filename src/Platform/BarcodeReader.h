@@ -14,20 +14,24 @@ namespace quorvane::platform {
 enum class BarcodeType : std::uint8_t {
     aztec,
     code128,
-    /// Without and with a check character.
+    /// With whatever last character.
     code39,
+    /// Code 39 whose last character checks the others. Told from `code39` only where it is asked for; the text has the
+    /// check character.
     code39Mod43,
     code93,
     dataMatrix,
+    /// Of six digits or more.
     interleaved2of5,
-    /// Interleaved 2 of 5 with fourteen digits of which the last is a check digit.
+    /// Interleaved 2 of 5 with fourteen digits of which the last checks the others. Told from `interleaved2of5` only
+    /// where it is asked for.
     itf14,
     qr,
     ean8,
     /// UPC-A too, with a leading zero.
     ean13,
     pdf417,
-    /// Eight digits.
+    /// Its eight digits, not the twelve that they stand for.
     upce,
 };
 
@@ -57,8 +61,9 @@ public:
     BarcodeReader& operator=(const BarcodeReader&) = delete;
     virtual ~BarcodeReader() = default;
 
-    /// The barcodes that this frame and the one before it both show, the likeliest first. @p aim: where the user aims;
-    /// the whole picture if none.
+    /// The barcodes that this frame and the one before it both show: same type, same content. Those with a text come
+    /// first, and of those the nearest to the middle. Of codes of bars there may be only one even where the frame shows
+    /// more. @p aim: where the user aims; the whole picture if none. An empty or broken frame shows nothing.
     [[nodiscard]] virtual std::vector<Barcode> read(const VideoFrame& frame, const std::optional<Area>& aim) = 0;
 };
 

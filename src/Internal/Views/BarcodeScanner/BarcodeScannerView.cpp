@@ -64,8 +64,8 @@ void BarcodeScannerView::start() {
 }
 
 void BarcodeScannerView::tearDown() {
-    captureSession = nullptr;
     output = nullptr;
+    captureSession = nullptr;
 }
 
 void BarcodeScannerView::metadataReceived(const std::vector<platform::Barcode>& codes) {

@@ -61,12 +61,16 @@ void BarcodeScannerViewController::viewDidLoad() {
 }
 
 void BarcodeScannerViewController::viewWillAppear() {
-    ++presentation;
+    const int mine = ++presentation;
+    delete turningGreen.data();
     scanlineView->setProperty("color", scanlineColor);
     showState("scanning");
     scannerView->clear();
     scannerView->setup();
-    scannerView->start();
+    // A host that hears of a failure may have dismissed the screen, or shown it anew.
+    if (mine == presentation && isPresented()) {
+        scannerView->start();
+    }
 }
 
 void BarcodeScannerViewController::viewWillLayoutSubviews() {
@@ -86,9 +90,8 @@ QRectF BarcodeScannerViewController::frameInContainer() const {
 }
 
 void BarcodeScannerViewController::viewDidDisappear() {
-    if (scannerView->captureSession) {
-        scannerView->captureSession->stopRunning();
-    }
+    // The camera is free for others while the screen is away.
+    scannerView->tearDown();
 }
 
 void BarcodeScannerViewController::showState(const char* name) {
@@ -110,10 +113,10 @@ void BarcodeScannerViewController::scanningDidStop() {
 
 void BarcodeScannerViewController::scanningSucceeded(const std::string& code) {
     showState("found");
-    auto* const turnGreen = new QPropertyAnimation(scanlineView, "color", scanlineView);
-    turnGreen->setDuration(greenMilliseconds);
-    turnGreen->setEndValue(QColor(Qt::green));
-    turnGreen->start(QAbstractAnimation::DeleteWhenStopped);
+    turningGreen = new QPropertyAnimation(scanlineView, "color", scanlineView);
+    turningGreen->setDuration(greenMilliseconds);
+    turningGreen->setEndValue(QColor(Qt::green));
+    turningGreen->start(QAbstractAnimation::DeleteWhenStopped);
     platform::current().mainQueue().postAfter(successDelay, lifetime.guard([this, code, scanned = presentation] {
         const std::shared_ptr<ViewController> self = shared_from_this();
         // A showing that began since then is another scan's.
@@ -131,8 +134,12 @@ void BarcodeScannerViewController::cancelTapped() {
     if (scannerView->captureSession) {
         scannerView->captureSession->stopRunning();
     }
+    const int cancelled = presentation;
     scanningDidStop();
-    dismiss(true);
+    // A showing that the host began in that call is another one.
+    if (cancelled == presentation) {
+        dismiss(true);
+    }
 }
 
 } // namespace quorvane::capture

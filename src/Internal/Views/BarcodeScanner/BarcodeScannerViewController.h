@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QVariant>
 #include <chrono>
 #include <memory>
@@ -11,6 +12,10 @@
 #include "Internal/Views/ViewController.h"
 #include "Platform/CaptureUI.h"
 #include "Platform/Lifetime.h"
+
+QT_BEGIN_NAMESPACE
+class QPropertyAnimation;
+QT_END_NAMESPACE
 
 namespace quorvane::capture {
 
@@ -63,6 +68,7 @@ private:
     QQuickItem* scannerFrameView = nullptr;
     QObject* scannerFrameWidth = nullptr;
     QVariant scanlineColor;
+    QPointer<QPropertyAnimation> turningGreen;
     /// Counts the showings of the screen.
     int presentation = 0;
     platform::Lifetime lifetime;

@@ -115,6 +115,11 @@ void CodeSearch::readInverted() {
     finder.findMatrices(copy, found);
 }
 
+void CodeSearch::readStronger() {
+    makeStronger(middle, copy);
+    readCopy();
+}
+
 /// Few rows, each the average of those that it stands for.
 void CodeSearch::readSmoothed() {
     makeSmoothRows(middle, 5, copy);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include <ZXing/ReadBarcode.h>
 
@@ -88,6 +89,10 @@ void CodeFinder::add(const ZXing::Result& result, const GrayPicture& picture, Si
     sighting.y = placement.y(column, row);
     sighting.area =
         areaOf(result.position()) * std::abs(placement.rightX * placement.downY - placement.rightY * placement.downX);
+    const ZXing::PointI along = result.position().topRight() - result.position().topLeft();
+    sighting.angle = std::atan2(along.x * placement.rightY + along.y * placement.downY,
+                                along.x * placement.rightX + along.y * placement.downX) *
+                     180 / std::numbers::pi;
     const auto isKnown = [&](const Sighting& other) { return sighting.agreesWith(other); };
     if (std::none_of(found.begin(), found.end(), isKnown)) {
         found.push_back(std::move(sighting));

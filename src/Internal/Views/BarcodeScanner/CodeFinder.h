@@ -18,6 +18,8 @@ struct Sighting {
     double x = 0;
     double y = 0;
     double area = 0;
+    /// Degrees clockwise from the direction of that picture's rows to that of the code's.
+    double angle = 0;
 
     /// False for a type of which a part can look like a whole.
     [[nodiscard]] bool isSure() const {

@@ -49,6 +49,7 @@ Sightings CodeSearch::search(const GrayPicture& picture) {
 
 void CodeSearch::searchAsItIs() {
     finder.findBars(*whole, wholeLines, true, found);
+    completeUnsure(*whole, 1);
     finder.findMatrices(*whole, found);
     if (found.empty() && makeReduced(*whole, 2, copy)) {
         finder.findMatrices(copy, ZXing::BarcodeFormat::QRCode, found);
@@ -62,25 +63,31 @@ void CodeSearch::searchSlanted() {
 }
 
 void CodeSearch::readBarsAt(const GrayPicture& picture, double degrees, double stretch) {
-    Sightings sightings;
-    makeTurned(picture, degrees, slantedRows, stretch, copy);
-    finder.findBars(copy, wholeLines, false, sightings);
-    for (const Sighting& sighting : sightings) {
-        if (sighting.isSure() || isSeenAround(picture, degrees, stretch, sighting)) {
-            found.push_back(sighting);
-        }
+    if (found.empty()) {
+        makeTurned(picture, degrees, slantedRows, stretch, copy);
+        finder.findBars(copy, wholeLines, false, found);
+        completeUnsure(picture, stretch);
     }
 }
 
-/// A line across a corner of a code sees a part of it, which looks like a whole one now and then; but not the same part
-/// from another angle.
-bool CodeSearch::isSeenAround(const GrayPicture& picture, double degrees, double stretch, const Sighting& sighting) {
-    Sightings again;
-    for (const double more : {-6.0, 6.0}) {
-        makeTurned(picture, degrees + more, 2 * slantedRows, stretch, copy);
-        finder.findUnsureBars(copy, wholeLines.unsure, again);
+/// A line across a corner of a code sees a part of it, which looks like a whole one now and then. A line that slants as
+/// the code does sees all of it.
+void CodeSearch::completeUnsure(const GrayPicture& picture, double stretch) {
+    if (found.size() != 1 || found.front().isSure()) {
+        return;
     }
-    return again.size() == 1 && again.front().agreesWith(sighting);
+    const double angle = found.front().angle;
+    for (const double more : {-24.0, -16.0, -8.0, 8.0, 16.0, 24.0}) {
+        makeTurned(picture, angle + more, 2 * slantedRows, stretch, copy);
+        finder.findUnsureBars(copy, wholeLines.unsure, found);
+    }
+    const auto isShorter = [](const Sighting& a, const Sighting& b) { return a.content.size() < b.content.size(); };
+    const auto longest = std::max_element(found.begin(), found.end(), isShorter);
+    const std::size_t length = longest->content.size();
+    const auto isAsLong = [&](const Sighting& sighting) { return sighting.content.size() == length; };
+    Sightings complete{*longest};
+    // Two of a length cannot both be.
+    found = std::count_if(found.begin(), found.end(), isAsLong) == 1 ? std::move(complete) : Sightings();
 }
 
 void CodeSearch::searchChanged() {

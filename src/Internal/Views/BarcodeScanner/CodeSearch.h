@@ -34,7 +34,7 @@ private:
     void searchSlanted();
     /// Codes of bars that slant about as much, in a picture that may be stretched in that direction.
     void readBarsAt(const GrayPicture& picture, double degrees, double stretch);
-    bool isSeenAround(const GrayPicture& picture, double degrees, double stretch, const Sighting& sighting);
+    void completeUnsure(const GrayPicture& picture, double stretch);
     void searchChanged();
     void cropMiddle(double pixels);
 
@@ -53,6 +53,7 @@ private:
     void readWindows();
     void readInverted();
     void readInvertedBars();
+    void readStronger();
     void readSmoothed();
     void readBordered();
     void readBullseyes();
