@@ -79,6 +79,9 @@ QImage PictureView::drawn(qreal scale) const {
     if (pixels.isEmpty() || (!drawing && lineWidth <= 0)) {
         return {};
     }
+    if (!platform::isInstalled()) {
+        return draw(pixels, scale);
+    }
     auto& images = platform::shared<Drawn>().images;
     const QString key = QString("%1 %2 %3 %4 %5 %6")
                             .arg(name)
@@ -90,7 +93,7 @@ QImage PictureView::drawn(qreal scale) const {
     if (const QImage* const before = images.object(key)) {
         return *before;
     }
-    const QImage image = draw(pixels, scale);
+    QImage image = draw(pixels, scale);
     images.insert(key, new QImage(image), static_cast<int>(image.sizeInBytes() / 1024));
     return image;
 }
@@ -112,15 +115,21 @@ QImage PictureView::draw(QSize pixels, qreal scale) const {
     return image;
 }
 
+void PictureView::updatePolish() {
+    pictureScale = window()->effectiveDevicePixelRatio();
+    picture = drawn(pictureScale);
+    isStale = true;
+    update();
+}
+
 QSGNode* PictureView::updatePaintNode(QSGNode* before, UpdatePaintNodeData* /*data*/) {
     auto* node = static_cast<QSGImageNode*>(before);
-    if (!isStale) {
+    // The node is gone where the scene was released meanwhile.
+    if (node != nullptr && !isStale) {
         return node;
     }
     isStale = false;
-    const qreal scale = window()->effectiveDevicePixelRatio();
-    const QImage image = drawn(scale);
-    if (image.isNull()) {
+    if (picture.isNull()) {
         delete node;
         return nullptr;
     }
@@ -129,8 +138,8 @@ QSGNode* PictureView::updatePaintNode(QSGNode* before, UpdatePaintNodeData* /*da
         node->setOwnsTexture(true);
         node->setFiltering(QSGTexture::Linear);
     }
-    node->setTexture(window()->createTextureFromImage(image));
-    node->setRect(0, 0, image.width() / scale, image.height() / scale);
+    node->setTexture(window()->createTextureFromImage(picture));
+    node->setRect(0, 0, picture.width() / pictureScale, picture.height() / pictureScale);
     return node;
 }
 
@@ -149,8 +158,7 @@ void PictureView::itemChange(ItemChange change, const ItemChangeData& value) {
 }
 
 void PictureView::redraw() {
-    isStale = true;
-    update();
+    polish();
 }
 
 } // namespace quorvane::capture
