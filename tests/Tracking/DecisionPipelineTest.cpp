@@ -189,6 +189,18 @@ TEST_F(DecisionPipelineTest, TheDelegateIsToldOfTheFixBeforeTheCallersAre) {
     EXPECT_EQ(clientUpdates()[0].source, Source::FOREGROUND_LOCATION);
 }
 
+TEST_F(DecisionPipelineTest, TheDelegateIsToldWhatTheFixMadeOfTheUser) {
+    handle(fixAt(0));
+    handle(fixAt(50, 150));
+    handle(fixAt(500, 300));
+
+    std::vector<bool> told;
+    for (const Call& update : clientUpdates()) {
+        told.push_back(update.stopped);
+    }
+    EXPECT_THAT(told, ElementsAre(false, true, false));
+}
+
 TEST_F(DecisionPipelineTest, TheCallersGetTheLocationAndTheStateThatItLeft) {
     handle(fixAt(0));
     advance(150s);
