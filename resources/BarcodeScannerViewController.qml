@@ -13,8 +13,8 @@ FocusScope {
     width: 360
     height: 640
 
-    Keys.onEscapePressed: cancel.tap()
-    Keys.onBackPressed: cancel.tap()
+    Keys.onEscapePressed: (event) => cancel.press(event)
+    Keys.onBackPressed: (event) => cancel.press(event)
 
     Item {
         id: container
@@ -74,7 +74,7 @@ FocusScope {
         visible: screen.state !== "failed"
 
         SequentialAnimation on sweep {
-            running: screen.state === "scanning"
+            running: screen.visible && screen.state === "scanning"
             loops: Animation.Infinite
 
             NumberAnimation { to: 0.9; duration: 1200; easing.type: Easing.InOutSine }

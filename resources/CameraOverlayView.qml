@@ -22,8 +22,8 @@ FocusScope {
     width: 360
     height: 640
 
-    Keys.onEscapePressed: cancel.tap()
-    Keys.onBackPressed: cancel.tap()
+    Keys.onEscapePressed: (event) => cancel.press(event)
+    Keys.onBackPressed: (event) => cancel.press(event)
     Keys.onTabPressed: cancel.forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: cancel.forceActiveFocus(Qt.BacktabFocusReason)
 

@@ -15,6 +15,13 @@ Item {
         }
     }
 
+    // A key that is held down counts once.
+    function press(event) {
+        if (!event.isAutoRepeat) {
+            tap()
+        }
+    }
+
     activeFocusOnTab: true
 
     Accessible.role: Accessible.Button
@@ -22,9 +29,9 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: tap()
 
-    Keys.onReturnPressed: tap()
-    Keys.onEnterPressed: tap()
-    Keys.onSpacePressed: tap()
+    Keys.onReturnPressed: (event) => press(event)
+    Keys.onEnterPressed: (event) => press(event)
+    Keys.onSpacePressed: (event) => press(event)
 
     TapHandler {
         id: touch

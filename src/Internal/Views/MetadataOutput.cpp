@@ -43,11 +43,22 @@ void MetadataOutput::readNewest(const std::weak_ptr<MetadataOutput>& self) {
         const std::lock_guard lock(aimMutex);
         if (aim) {
             area = areaSeenIn(aim->part, aim->view, uprightSize(*frame));
+            if (!area) {
+                return;
+            }
         }
     }
-    mainQueue.post([self, codes = reader->read(*frame, area)] {
+    std::vector<platform::Barcode> codes = reader->read(*frame, area);
+    if (codes.empty() || isTelling.exchange(true)) {
+        return;
+    }
+    mainQueue.post([self, codes = std::move(codes)] {
         const std::shared_ptr<MetadataOutput> output = self.lock();
-        if (output && output->active && output->handler) {
+        if (!output) {
+            return;
+        }
+        output->isTelling = false;
+        if (output->active && output->handler) {
             // Of its own, for the call may set another or none.
             const Handler handle = output->handler;
             handle(codes);

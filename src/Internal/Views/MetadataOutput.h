@@ -2,6 +2,7 @@
 
 #include <QRectF>
 #include <QSizeF>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -23,7 +24,7 @@ namespace quorvane::capture {
 /// another is read waits, and goes when a newer one comes. Main thread only but where it says otherwise.
 class MetadataOutput : public std::enable_shared_from_this<MetadataOutput> {
 public:
-    /// Called on the main queue with what one frame showed, nothing included, as long as the output is active.
+    /// Called on the main queue with what one frame showed, if anything, as long as the output is active.
     using Handler = std::function<void(const std::vector<platform::Barcode>&)>;
 
     /// Where the user aims: a part of the view that the picture fills.
@@ -58,6 +59,8 @@ private:
     NewestFrame waiting;
     std::mutex aimMutex;
     std::optional<Aim> aim;
+    /// Codes are on their way to the handler; until they are there, no others are sent.
+    std::atomic<bool> isTelling = false;
     /// Goes first: its work uses the others.
     platform::SerialQueue recognition{"qv-barcode-recognition"};
 };

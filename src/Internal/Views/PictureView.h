@@ -45,6 +45,7 @@ Q_SIGNALS:
     void borderChanged();
 
 protected:
+    void updatePolish() override;
     QSGNode* updatePaintNode(QSGNode* before, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& now, const QRectF& before) override;
     void itemChange(ItemChange change, const ItemChangeData& value) override;
@@ -57,6 +58,9 @@ private:
     std::unique_ptr<QSvgRenderer> drawing;
     qreal lineWidth = 0;
     QColor lineColor = Qt::transparent;
+    /// For the window's pixels, drawn on the main thread.
+    QImage picture;
+    qreal pictureScale = 1;
     bool isStale = true;
 };
 

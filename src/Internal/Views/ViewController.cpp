@@ -21,6 +21,9 @@ ViewController::~ViewController() {
     }
     delete transition.data();
     enableWhatLiesBehind();
+    if (shown) {
+        giveFocusBack();
+    }
 }
 
 QQuickItem& ViewController::view() {
@@ -71,12 +74,21 @@ void ViewController::present(QQuickItem& item, bool animated) {
     const std::shared_ptr<ViewController> self = shared_from_this();
     if (shown) {
         remove();
+        if (presented) {
+            // The host has presented the screen anew when it heard that it was gone.
+            return;
+        }
     }
     parent = &item;
     presented = true;
     shown = true;
+    const int showing = ++showings;
     loadView();
     viewWillAppear();
+    if (showing != showings) {
+        // The host has dismissed the screen and presented it anew meanwhile.
+        return;
+    }
     if (!presented || !parent) {
         remove();
         return;
@@ -117,6 +129,9 @@ void ViewController::present(bool animated) {
     const std::shared_ptr<ViewController> self = shared_from_this();
     if (shown) {
         remove();
+        if (presented) {
+            return;
+        }
     }
     ownWindow.reset(new OwnWindow([this] { closeRequested(); }));
     present(*ownWindow, animated);
@@ -172,14 +187,26 @@ void ViewController::fadeOut() {
 }
 
 void ViewController::remove() {
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    // The host hears of it once the item has left, for it may present the screen again at once.
+    root->removed = nullptr;
     root->setParentItem(nullptr);
+    root->removed = [this] { wasRemoved(); };
     wasRemoved();
+}
+
+void ViewController::giveFocusBack() {
+    if (focusedBefore) {
+        focusedBefore->forceActiveFocus(Qt::OtherFocusReason);
+    }
+    focusedBefore = nullptr;
 }
 
 void ViewController::wasRemoved() {
     if (!shown) {
         return;
     }
+    const std::shared_ptr<ViewController> self = shared_from_this();
     shown = false;
     presented = false;
     if (transition) {
@@ -192,10 +219,7 @@ void ViewController::wasRemoved() {
     root->setVisible(false);
     enableWhatLiesBehind();
     ownWindow.reset();
-    if (focusedBefore) {
-        focusedBefore->forceActiveFocus(Qt::OtherFocusReason);
-    }
-    focusedBefore = nullptr;
+    giveFocusBack();
     viewDidDisappear();
 }
 

@@ -82,6 +82,7 @@ private:
     void fadeOut();
     void remove();
     void wasRemoved();
+    void giveFocusBack();
 
     const std::optional<InterfaceFile> file;
     std::unique_ptr<QQuickWindow, HideWindow> ownWindow;
@@ -91,6 +92,8 @@ private:
     std::vector<QPointer<QQuickItem>> disabled;
     QPointer<QQuickItem> focusedBefore;
     QPointer<QPropertyAnimation> transition;
+    /// How often the screen was shown.
+    int showings = 0;
     bool presented = false;
     /// In a scene: presented, or on its way out.
     bool shown = false;

@@ -22,8 +22,8 @@ QtCamera::QtCamera(const QCameraDevice& theDevice)
     QObject::connect(&devices, &QMediaDevices::videoInputsChanged, &devices, [this] { checkThatItIsThere(); });
     QObject::connect(&photos, &QImageCapture::readyForCaptureChanged, &photos, [this] { captureOnceReady(); });
     QObject::connect(&photos, &QImageCapture::imageCaptured, &photos,
-                     [this](int /*id*/, const QImage& picture) { answerPhoto(picture); });
-    QObject::connect(&photos, &QImageCapture::errorOccurred, &photos, [this] { answerPhoto({}); });
+                     [this](int id, const QImage& picture) { answerPhoto(id, picture); });
+    QObject::connect(&photos, &QImageCapture::errorOccurred, &photos, [this](int id) { answerPhoto(id, {}); });
 }
 
 QtCamera::~QtCamera() {
@@ -78,23 +78,24 @@ void QtCamera::takePhoto(bool flash, PhotoHandler completion) {
         return;
     }
     photoHandler = std::move(completion);
-    capturing = false;
+    photoId.reset();
     camera.setFlashMode(flash && hasFlash() ? QCamera::FlashOn : QCamera::FlashOff);
-    photoGivenUp = mainQueue.postAfter(photoPatience, lifetime.guard([this] { answerPhoto({}); }));
+    photoGivenUp = mainQueue.postAfter(photoPatience, lifetime.guard([this] { answerPhoto(photoId, {}); }));
     captureOnceReady();
 }
 
 void QtCamera::captureOnceReady() {
-    if (photoHandler && !capturing && photos.isReadyForCapture()) {
-        capturing = true;
-        if (photos.capture() < 0) {
-            answerPhoto({});
+    if (photoHandler && !photoId && photos.isReadyForCapture()) {
+        photoId = photos.capture();
+        if (*photoId < 0) {
+            answerPhoto(photoId, {});
         }
     }
 }
 
-void QtCamera::answerPhoto(const QImage& picture) {
-    if (!photoHandler) {
+void QtCamera::answerPhoto(std::optional<int> id, const QImage& picture) {
+    // A picture that comes after it was given up is no answer to the next request.
+    if (!photoHandler || id != photoId) {
         return;
     }
     mainQueue.cancel(photoGivenUp);

@@ -8,6 +8,7 @@
 #include <QVideoSink>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include "Internal/Views/Devices/FrameGate.h"
 #include "Platform/Camera.h"
@@ -38,7 +39,7 @@ private:
     void checkThatItIsThere();
     void fail();
     void captureOnceReady();
-    void answerPhoto(const QImage& picture);
+    void answerPhoto(std::optional<int> id, const QImage& picture);
 
     platform::MainQueue& mainQueue;
     const QCameraDevice device;
@@ -50,9 +51,10 @@ private:
     QMediaCaptureSession session;
     FailureHandler failureHandler;
     PhotoHandler photoHandler;
+    /// Of the capture that the handler waits for, once it has begun.
+    std::optional<int> photoId;
     platform::MainQueue::Ticket photoGivenUp = 0;
     bool running = false;
-    bool capturing = false;
     platform::Lifetime lifetime;
 };
 

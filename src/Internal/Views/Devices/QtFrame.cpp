@@ -1,11 +1,15 @@
 #include "Internal/Views/Devices/QtFrame.h"
 
 #include <QImage>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "Internal/Views/FrameImage.h"
+#include "Internal/Views/FrameLayout.h"
 
 namespace quorvane::capture {
 namespace {
@@ -36,20 +40,42 @@ std::optional<Format> formatOf(QVideoFrameFormat::PixelFormat format) {
     }
 }
 
-/// Keeps a frame's memory readable.
-struct MappedFrame {
-    explicit MappedFrame(const QVideoFrame& theFrame) : frame(theFrame), isMapped(frame.map(QVideoFrame::ReadOnly)) {}
-    MappedFrame(const MappedFrame&) = delete;
-    MappedFrame& operator=(const MappedFrame&) = delete;
-    ~MappedFrame() {
+/// A frame's memory as long as it can be read.
+class Mapping {
+public:
+    explicit Mapping(QVideoFrame& theFrame) : frame(theFrame), isMapped(frame.map(QVideoFrame::ReadOnly)) {}
+    Mapping(const Mapping&) = delete;
+    Mapping& operator=(const Mapping&) = delete;
+    ~Mapping() {
         if (isMapped) {
             frame.unmap();
         }
     }
 
-    QVideoFrame frame;
+    QVideoFrame& frame;
     const bool isMapped;
 };
+
+/// Copies the planes of @p from. False when one is shorter than its format needs.
+bool copyPlanes(const QVideoFrame& from, VideoFrame& to) {
+    const auto bytes = std::make_shared<std::array<std::vector<std::uint8_t>, 3>>();
+    for (std::size_t plane = 0; plane < to.planes.size() && rowBytes(to, plane) > 0; ++plane) {
+        const int number = static_cast<int>(plane);
+        const int stride = number < from.planeCount() ? from.bytesPerLine(number) : 0;
+        const std::size_t rows = rowCount(to, plane);
+        if (stride <= 0 || static_cast<std::size_t>(stride) < rowBytes(to, plane)) {
+            return false;
+        }
+        const std::size_t needed = static_cast<std::size_t>(stride) * (rows - 1) + rowBytes(to, plane);
+        if (from.bits(number) == nullptr || static_cast<std::size_t>(from.mappedBytes(number)) < needed) {
+            return false;
+        }
+        bytes->at(plane).assign(from.bits(number), from.bits(number) + needed);
+        to.planes.at(plane) = {bytes->at(plane).data(), static_cast<std::size_t>(stride)};
+    }
+    to.owner = bytes;
+    return true;
+}
 
 } // namespace
 
@@ -61,21 +87,17 @@ VideoFrame videoFrameOf(const QVideoFrame& frame) {
     if (!format) {
         return frameOf(frame.toImage());
     }
-    const auto mapped = std::make_shared<const MappedFrame>(frame);
-    if (!mapped->isMapped) {
+    QVideoFrame readable = frame;
+    const Mapping mapping(readable);
+    if (!mapping.isMapped) {
         return {};
     }
     VideoFrame result;
     result.format = *format;
-    result.width = frame.width();
-    result.height = frame.height();
-    result.rotation = frame.rotationAngle();
-    for (int plane = 0; plane < mapped->frame.planeCount() && plane < 3; ++plane) {
-        result.planes[static_cast<std::size_t>(plane)] = {mapped->frame.bits(plane),
-                                                          static_cast<std::size_t>(mapped->frame.bytesPerLine(plane))};
-    }
-    result.owner = mapped;
-    return result;
+    result.width = readable.width();
+    result.height = readable.height();
+    result.rotation = readable.rotationAngle();
+    return copyPlanes(readable, result) ? result : VideoFrame();
 }
 
 } // namespace quorvane::capture

@@ -6,7 +6,8 @@
 
 namespace quorvane::capture {
 
-/// The same picture, which shares the pixels where their format is one of ours. Empty when it cannot be read.
+/// The same picture with pixels of its own, since a camera takes those of its frames along when it goes. Empty when it
+/// cannot be read.
 [[nodiscard]] platform::VideoFrame videoFrameOf(const QVideoFrame& frame);
 
 } // namespace quorvane::capture

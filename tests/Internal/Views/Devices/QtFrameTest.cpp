@@ -19,7 +19,7 @@ QVideoFrame filled(QVideoFrameFormat::PixelFormat format, QSize size, int byte) 
     return frame;
 }
 
-TEST(QtFrameTest, FramesOfEachKnownFormatShareTheirMemory) {
+TEST(QtFrameTest, FramesOfEachKnownFormatKeepTheirFormat) {
     using Ours = platform::VideoFrame::Format;
     const std::pair<QVideoFrameFormat::PixelFormat, Ours> formats[] = {
         {QVideoFrameFormat::Format_Y8, Ours::gray8},        {QVideoFrameFormat::Format_RGBX8888, Ours::rgbx32},
