@@ -285,6 +285,39 @@ TEST_F(ImagePickerTest, AHostMayLetGoOfThePickerWhileItIsShownAndFramesArrive) {
     EXPECT_EQ(colorAt({180, 20}), Qt::white);
 }
 
+TEST_F(ImagePickerTest, ShowingTakingAndDismissingInEveryOrderIsToldAsItHappens) {
+    enum class Action { show, showAgain, take, dismiss, cancel };
+    std::vector<Action> actions{Action::show, Action::showAgain, Action::take, Action::dismiss, Action::cancel};
+    do {
+        create();
+        delegate->calls.clear();
+        Calls expected;
+        bool isShown = false;
+        for (const Action action : actions) {
+            if (action == Action::show || action == Action::showAgain) {
+                capture::present(*picker, *window, false);
+                isShown = true;
+            } else if (action == Action::take) {
+                picker->takePicture();
+                expected.emplace_back(isShown ? "took" : "failed");
+            } else {
+                const bool animated = action == Action::cancel;
+                picker->dismiss(animated);
+                animations.pass(animated ? ViewController::transitionMilliseconds : 0);
+                if (std::exchange(isShown, false)) {
+                    expected.emplace_back("dismissed");
+                }
+            }
+            settle();
+            EXPECT_EQ(picker->isPresented(), isShown);
+            EXPECT_EQ(cameras->camera->isRunning(), isShown);
+        }
+        EXPECT_EQ(delegate->calls, expected);
+        picker = nullptr;
+        settle();
+    } while (std::next_permutation(actions.begin(), actions.end()));
+}
+
 TEST_F(ImagePickerTest, AFailureInsideTheShowingMayDismiss) {
     cameras->hasCamera = false;
     create();
