@@ -2,10 +2,8 @@
 #include <QGuiApplication>
 #include <QQmlProperty>
 
-#include "Facade/Quorvane.h"
 #include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
-#include "Internal/Views/BarcodeScanner/RecordingScannerDelegate.h"
-#include "Internal/Views/ScreenTest.h"
+#include "Internal/Views/BarcodeScanner/ScannerTest.h"
 
 namespace quorvane::capture {
 namespace {
@@ -13,42 +11,8 @@ namespace {
 using namespace std::chrono_literals;
 using platform::BarcodeType;
 
-class BarcodeScannerViewControllerTest : public ScreenTest {
-protected:
-    BarcodeScannerViewControllerTest() {
-        capture::install(devices());
-        newScanner();
-    }
-
-    /// As a host gets one.
-    void newScanner() {
-        scanner = std::dynamic_pointer_cast<BarcodeScannerViewController>(Quorvane::createBarcodeScanner());
-        ASSERT_NE(scanner, nullptr);
-        scanner->BarcodeScannerViewControllerType::delegate = host;
-    }
-
-    void present() { capture::present(*scanner, *window, false); }
-
-    [[nodiscard]] QQuickItem& item(const char* name) { return connection(scanner->view(), name); }
-    [[nodiscard]] QColor scanlineColor() { return item("scanlineView").property("color").value<QColor>(); }
-    [[nodiscard]] double frameWidth() {
-        return connection<QObject>(scanner->view(), "scannerFrameWidth").property("constant").toDouble();
-    }
-    [[nodiscard]] QString hint() { return item("hintLabel").property("text").toString(); }
-
-    /// A frame that holds a code; it is read and its stop told.
-    void scan(const std::string& code) {
-        const std::size_t before = host->calls.size();
-        readers->find({qrCode(code)});
-        cameras->camera->show(testing::plainFrame(64, 48, 128));
-        EXPECT_TRUE(world->runUntil([&] { return host->calls.size() > before; }));
-    }
-
-    const std::shared_ptr<RecordingScannerDelegate> host = std::make_shared<RecordingScannerDelegate>();
-    std::shared_ptr<BarcodeScannerViewController> scanner;
-};
-
-using BarcodeScannerViewControllerDeathTest = BarcodeScannerViewControllerTest;
+using BarcodeScannerViewControllerTest = ScannerTest;
+using BarcodeScannerViewControllerDeathTest = ScannerTest;
 
 TEST_F(BarcodeScannerViewControllerTest, TheScannerRecognisesAllThirteenTypesInTheirOrder) {
     present();
@@ -163,129 +127,6 @@ TEST_F(BarcodeScannerViewControllerTest, TheScreenFadesAwayAfterASuccess) {
     EXPECT_EQ(colorAt({180, 320}), Qt::white);
 }
 
-TEST_F(BarcodeScannerViewControllerTest, ATapOnCancelStopsTheSessionTellsTheStopAndDismisses) {
-    present();
-    bool ranAtTheStop = true;
-    bool wasPresentedAtTheStop = false;
-    host->whenCalled = [&](const std::string&) {
-        ranAtTheStop = cameras->camera->isRunning();
-        wasPresentedAtTheStop = scanner->isPresented();
-    };
-    tap(item("cancelControl"));
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-    EXPECT_FALSE(ranAtTheStop);
-    EXPECT_TRUE(wasPresentedAtTheStop);
-    EXPECT_FALSE(scanner->isPresented());
-    EXPECT_TRUE(sounds->played.empty());
-    advance(10s);
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, CancelIsTappedByKeysToo) {
-    for (const int key : {Qt::Key_Escape, Qt::Key_Back, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-        host->calls.clear();
-        present();
-        press(key);
-        EXPECT_EQ(host->calls, Calls{"stopped"}) << key;
-        EXPECT_FALSE(scanner->isPresented()) << key;
-    }
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AScreenOnItsWayOutTakesNoSecondCancel) {
-    present();
-    tap(item("cancelControl"));
-    tap(item("cancelControl"));
-    press(Qt::Key_Escape);
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, ACancelBetweenScanAndSuccessIsToldAndTheSuccessComesAllTheSame) {
-    present();
-    scan("both");
-    advance(200ms);
-    tap(item("cancelControl"));
-    EXPECT_EQ(host->calls, (Calls{"stopped", "stopped"}));
-    EXPECT_FALSE(scanner->isPresented());
-    advance(300ms);
-    EXPECT_EQ(host->calls, (Calls{"stopped", "stopped", "succeeded both"}));
-}
-
-TEST_F(BarcodeScannerViewControllerTest, CodesThatArriveAfterACancelAreNotTold) {
-    present();
-    readers->find({qrCode("late")});
-    cameras->camera->show(testing::plainFrame(64, 48, 0));
-    ASSERT_TRUE(readers->waitForReads(1));
-    tap(item("cancelControl"));
-    advance(10s);
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, EachPresentationScansAnewWithASessionOfItsOwn) {
-    for (int i = 0; i < 2; ++i) {
-        host->calls.clear();
-        present();
-        EXPECT_NE(scanlineColor(), Qt::green);
-        EXPECT_EQ(hint(), "Point the camera at a barcode");
-        scan("again");
-        animations.pass(BarcodeScannerViewController::greenMilliseconds);
-        advance(500ms);
-        EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded again"}));
-    }
-    EXPECT_EQ(cameras->camera->openCount(), 2);
-}
-
-TEST_F(BarcodeScannerViewControllerTest, IsDrawnInEachPresentationWhateverItsSize) {
-    for (const QSize size : {QSize(360, 640), QSize(640, 360), QSize(360, 640)}) {
-        resize(size);
-        present();
-        cameras->camera->show(testing::plainFrame(64, 48, 200));
-        settle();
-        const int dimmed = colorAt({2, 2}).lightness();
-        EXPECT_GT(dimmed, 20);
-        EXPECT_LT(dimmed, 100);
-        capture::dismiss(*scanner, false);
-        present();
-        cameras->camera->show(testing::plainFrame(64, 48, 200));
-        settle();
-        EXPECT_EQ(colorAt({2, 2}).lightness(), dimmed);
-        capture::dismiss(*scanner, false);
-        EXPECT_EQ(colorAt({2, 2}), Qt::white);
-    }
-}
-
-TEST_F(BarcodeScannerViewControllerTest, PresentedTwiceItIsSetUpOnce) {
-    present();
-    present();
-    EXPECT_EQ(cameras->camera->openCount(), 1);
-    EXPECT_TRUE(scanner->isPresented());
-}
-
-TEST_F(BarcodeScannerViewControllerTest, ASuccessDoesNotCloseAPresentationThatBeganAfterItsScan) {
-    present();
-    scan("first");
-    tap(item("cancelControl"));
-    present();
-    advance(500ms);
-    EXPECT_EQ(host->calls.back(), "succeeded first");
-    EXPECT_TRUE(scanner->isPresented());
-    EXPECT_TRUE(cameras->camera->isRunning());
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AHostMayPresentAgainInTheCallOfTheSuccess) {
-    present();
-    host->whenCalled = [&](const std::string& call) {
-        if (call == "succeeded first") {
-            present();
-        }
-    };
-    scan("first");
-    advance(500ms);
-    EXPECT_TRUE(scanner->isPresented());
-    scan("second");
-    advance(500ms);
-    EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded first", "stopped", "succeeded second"}));
-}
-
 TEST_F(BarcodeScannerViewControllerTest, WithoutACameraTheHostIsToldAndTheScreenStays) {
     cameras->hasCamera = false;
     present();
@@ -304,18 +145,6 @@ TEST_F(BarcodeScannerViewControllerTest, NothingOfTheHostShowsWhereThereIsNoPict
     EXPECT_EQ(colorAt({180, 320}), Qt::black);
 }
 
-TEST_F(BarcodeScannerViewControllerTest, AFailureEndsWithTheNextPresentation) {
-    cameras->camera->isInUse = true;
-    present();
-    EXPECT_EQ(host->calls, Calls{"failed"});
-    capture::dismiss(*scanner, false);
-    cameras->camera->isInUse = false;
-    present();
-    EXPECT_EQ(host->calls, Calls{"failed"});
-    EXPECT_EQ(hint(), "Point the camera at a barcode");
-    EXPECT_TRUE(cameras->camera->isRunning());
-}
-
 TEST_F(BarcodeScannerViewControllerTest, ACameraThatIsUnpluggedWhileScanningIsToldAndTheScreenStays) {
     present();
     cameras->camera->unplug();
@@ -325,102 +154,6 @@ TEST_F(BarcodeScannerViewControllerTest, ACameraThatIsUnpluggedWhileScanningIsTo
     EXPECT_EQ(hint(), "The camera cannot be used");
     tap(item("cancelControl"));
     EXPECT_EQ(host->calls, (Calls{"failed", "stopped"}));
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AHostMayDismissInTheCallOfTheFailure) {
-    cameras->hasCamera = false;
-    host->whenCalled = [&](const std::string&) { capture::dismiss(*scanner); };
-    capture::present(*scanner, *window);
-    EXPECT_FALSE(scanner->isPresented());
-    EXPECT_EQ(colorAt({180, 320}), Qt::white);
-}
-
-TEST_F(BarcodeScannerViewControllerTest, DismissedByTheHostItStopsAndTellsNothing) {
-    present();
-    capture::dismiss(*scanner, false);
-    EXPECT_FALSE(cameras->camera->isRunning());
-    EXPECT_EQ(host->calls, Calls{});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, WithItsWindowTheCameraStops) {
-    present();
-    window.reset();
-    EXPECT_FALSE(cameras->camera->isRunning());
-    EXPECT_EQ(host->calls, Calls{});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, ClosingItsOwnWindowIsACancel) {
-    capture::present(*scanner, false);
-    ASSERT_NE(scanner->window(), nullptr);
-    scanner->window()->close();
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-    EXPECT_FALSE(scanner->isPresented());
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AHostThatLetsItsDelegateGoHearsNothing) {
-    const std::weak_ptr<RecordingScannerDelegate> gone = [&] {
-        auto other = std::make_shared<RecordingScannerDelegate>();
-        scanner->BarcodeScannerViewControllerType::delegate = other;
-        return other;
-    }();
-    EXPECT_TRUE(gone.expired());
-    present();
-    readers->find({qrCode("unheard")});
-    cameras->camera->show(testing::plainFrame(64, 48, 0));
-    EXPECT_TRUE(world->runUntil([&] { return !sounds->played.empty(); }));
-    advance(500ms);
-    EXPECT_FALSE(scanner->isPresented());
-    EXPECT_EQ(host->calls, Calls{});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, LetGoOfWhileFramesArriveItStopsAndTellsNothing) {
-    present();
-    readers->find({qrCode("late")});
-    cameras->camera->show(testing::plainFrame(64, 48, 0));
-    ASSERT_TRUE(readers->waitForReads(1));
-    scanner.reset();
-    EXPECT_FALSE(cameras->camera->isRunning());
-    cameras->camera->show(testing::plainFrame(64, 48, 0));
-    advance(10s);
-    EXPECT_EQ(host->calls, Calls{});
-    EXPECT_EQ(colorAt({180, 320}), Qt::white);
-}
-
-TEST_F(BarcodeScannerViewControllerTest, LetGoOfBetweenScanAndSuccessItTellsNoMore) {
-    present();
-    scan("never");
-    scanner.reset();
-    advance(10s);
-    animations.pass(1000);
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AHostMayLetGoOfItInAnyCall) {
-    for (const char* moment : {"stopped", "succeeded bye", "failed"}) {
-        host->calls.clear();
-        cameras->hasCamera = std::string(moment) != "failed";
-        newScanner();
-        host->whenCalled = [&](const std::string& call) {
-            if (call == moment) {
-                scanner.reset();
-            }
-        };
-        present();
-        if (scanner) {
-            scan("bye");
-            advance(10s);
-        }
-        EXPECT_EQ(host->calls.back(), moment);
-        EXPECT_EQ(colorAt({180, 320}), Qt::white);
-    }
-}
-
-TEST_F(BarcodeScannerViewControllerTest, AHostMayLetGoOfItInTheCallOfItsCancel) {
-    host->whenCalled = [&](const std::string&) { scanner.reset(); };
-    present();
-    tap(item("cancelControl"));
-    EXPECT_EQ(host->calls, Calls{"stopped"});
-    EXPECT_EQ(colorAt({180, 320}), Qt::white);
 }
 
 TEST_F(BarcodeScannerViewControllerTest, CancelIsAButtonWithANameThatIsLargeEnoughForAFinger) {
