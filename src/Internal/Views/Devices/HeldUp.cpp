@@ -1,14 +1,45 @@
 #include "Internal/Views/Devices/HeldUp.h"
 
+#include <QColor>
 #include <QPainter>
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace quorvane::capture {
 namespace {
 
-/// A little less than the three quarters that the scanner's frame takes, so that there is some white around it.
+/// A little less than the three quarters that the scanner's frame takes, so that there is some paper around it.
 constexpr double shareOfWidth = 0.7;
-constexpr int longestLength = 1600;
+/// What lies in the scanner's frame then is read in full.
+constexpr int longestLength = 1200;
+
+/// The colour of the lighter half of the picture's edge: a code that reaches the edge goes on into its own paper, and a
+/// dark photograph into no white that would outshine it.
+QColor paperOf(const QImage& picture) {
+    std::vector<QColor> edge;
+    for (int x = 0; x < picture.width(); ++x) {
+        edge.push_back(picture.pixelColor(x, 0));
+        edge.push_back(picture.pixelColor(x, picture.height() - 1));
+    }
+    for (int y = 0; y < picture.height(); ++y) {
+        edge.push_back(picture.pixelColor(0, y));
+        edge.push_back(picture.pixelColor(picture.width() - 1, y));
+    }
+    const auto middle = edge.begin() + static_cast<std::ptrdiff_t>(edge.size() / 2);
+    std::nth_element(edge.begin(), middle, edge.end(),
+                     [](const QColor& a, const QColor& b) { return a.lightnessF() < b.lightnessF(); });
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    const auto count = static_cast<int>(edge.end() - middle);
+    for (auto color = middle; color != edge.end(); ++color) {
+        red += color->red();
+        green += color->green();
+        blue += color->blue();
+    }
+    return {red / count, green / count, blue / count};
+}
 
 } // namespace
 
@@ -21,7 +52,7 @@ QImage heldUp(const QImage& picture) {
         isLarge ? picture.scaled(longestLength, longestLength, Qt::KeepAspectRatio, Qt::SmoothTransformation) : picture;
     const int width = static_cast<int>(std::max(shown.width(), shown.height()) / shareOfWidth) + 1;
     QImage frame(width, width * 16 / 9, QImage::Format_RGB888);
-    frame.fill(Qt::white);
+    frame.fill(paperOf(shown));
     QPainter(&frame).drawImage((frame.width() - shown.width()) / 2, (frame.height() - shown.height()) / 2, shown);
     return frame;
 }

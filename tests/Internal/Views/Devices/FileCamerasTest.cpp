@@ -1,3 +1,5 @@
+#include <QPainter>
+
 #include "Internal/Views/Devices/DeviceTest.h"
 #include "Internal/Views/Devices/FileCameras.h"
 #include "Internal/Views/Devices/HeldUp.h"
@@ -80,8 +82,14 @@ TEST_F(FileCamerasTest, APhotoShowsThePicture) {
 }
 
 TEST_F(FileCamerasTest, APictureThatIsHeldUpLiesWholeWithinThreeQuartersOfAFramesWidth) {
-    for (const QSize size : {QSize(400, 100), QSize(100, 400), QSize(1, 1), QSize(3000, 2400)}) {
-        const auto camera = cameraOf(makePicture("black.png", size, Qt::black), {true, {}});
+    for (const QSize size : {QSize(400, 100), QSize(100, 400), QSize(3, 3), QSize(3000, 2400)}) {
+        // Black, with a white edge.
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        const int edge = 1 + size.width() / 500;
+        QPainter(&picture).fillRect(picture.rect().adjusted(edge, edge, -edge, -edge), Qt::black);
+        ASSERT_TRUE(picture.save(QString::fromStdString(pathOf("black.png"))));
+        const auto camera = cameraOf(pathOf("black.png"), {true, {}});
         frames.clear();
         start(*camera);
         world->runUntilIdle();
@@ -100,9 +108,22 @@ TEST_F(FileCamerasTest, APictureThatIsHeldUpLiesWholeWithinThreeQuartersOfAFrame
         EXPECT_NEAR(dark.center().x(), frame.width() / 2, 1);
         EXPECT_NEAR(dark.center().y(), frame.height() / 2, 1);
         EXPECT_LE(std::max(dark.width(), dark.height()), frame.width() * 3 / 4);
-        EXPECT_NEAR(dark.width() * size.height(), dark.height() * size.width(), size.width() * size.height() / 100);
+        EXPECT_NEAR(dark.width() * size.height(), dark.height() * size.width(), size.width() * size.height() / 50);
     }
     EXPECT_TRUE(heldUp({}).isNull());
+}
+
+TEST_F(FileCamerasTest, APictureThatIsHeldUpGoesOnIntoItsOwnPaper) {
+    EXPECT_TRUE(heldUp(QImage(1, 1, QImage::Format_RGB32)).valid(0, 0));
+    QImage picture(100, 60, QImage::Format_RGB32);
+    picture.fill(QColor(90, 80, 70));
+    // Dark bars reach the edge.
+    QPainter painter(&picture);
+    for (int x = 0; x < 100; x += 5) {
+        painter.fillRect(x, 0, 2, 60, QColor(10, 10, 10));
+    }
+    painter.end();
+    EXPECT_EQ(heldUp(picture).pixelColor(0, 0), QColor(90, 80, 70));
 }
 
 TEST_F(FileCamerasTest, WhatCannotBeReadIsRefusedInASentence) {
