@@ -64,8 +64,8 @@ private:
 class PrivateBus {
 public:
     PrivateBus()
-        : daemon({QUORVANE_DBUS_DAEMON, "--config-file=" QUORVANE_DBUS_CONFIGURATION, "--nofork", "--print-address",
-                  "--address=unix:dir=" + scratch.path()}) {
+        : daemon({QUORVANE_DBUS_DAEMON, std::string("--config-file=") + QUORVANE_DBUS_CONFIGURATION, "--nofork",
+                  "--print-address", "--address=unix:dir=" + scratch.path()}) {
         setenv("DBUS_SYSTEM_BUS_ADDRESS", daemon.firstLine().c_str(), 1);
     }
 
