@@ -3,8 +3,6 @@
 #include <QList>
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <limits>
 #include <numeric>
 
 namespace quorvane::platform::qt {
@@ -16,8 +14,6 @@ using std::chrono::seconds;
 namespace {
 
 constexpr qint64 longestLine = 4096;
-/// What is ahead of who reads it.
-constexpr qsizetype mostAhead = 65536;
 constexpr milliseconds day = hours(24);
 /// For what was made of the last sentences to arrive.
 constexpr milliseconds tail = seconds(1);
@@ -106,17 +102,6 @@ void NMEARecording::proceed() {
 
 void NMEARecording::waitUntilDue() {
     timer.start(std::clamp(due - milliseconds(elapsed.elapsed()), milliseconds(0), milliseconds(day)));
-}
-
-qint64 NMEARecording::readData(char* data, qint64 most) {
-    const qint64 size = std::min<qint64>(most, ready.size());
-    std::memcpy(data, ready.constData(), static_cast<std::size_t>(size));
-    ready.remove(0, size);
-    return size;
-}
-
-qint64 NMEARecording::writeData(const char*, qint64) {
-    return -1;
 }
 
 } // namespace quorvane::platform::qt

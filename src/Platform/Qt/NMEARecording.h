@@ -3,36 +3,28 @@
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QIODevice>
 #include <QTimer>
 #include <chrono>
 #include <optional>
+
+#include "Platform/Qt/SentenceDevice.h"
 
 namespace quorvane::platform::qt {
 
 /// A file of NMEA sentences as a receiver sent them: those of one moment become readable together, and those of the
 /// next moment when as much time has passed as lies between them. Time that goes back costs no time. A second after the
 /// last one the channel is finished.
-class NMEARecording final : public QIODevice {
+class NMEARecording final : public SentenceDevice {
 public:
     explicit NMEARecording(const QString& path);
 
     bool open(OpenMode mode) override;
-    [[nodiscard]] bool isSequential() const override { return true; }
-    [[nodiscard]] qint64 bytesAvailable() const override { return ready.size() + QIODevice::bytesAvailable(); }
-    [[nodiscard]] bool canReadLine() const override { return ready.contains('\n') || QIODevice::canReadLine(); }
-
-protected:
-    qint64 readData(char* data, qint64 most) override;
-    qint64 writeData(const char* data, qint64 size) override;
 
 private:
     void proceed();
     void waitUntilDue();
 
     QFile file;
-    /// What can be read by now.
-    QByteArray ready;
     /// The first sentence of the next moment.
     QByteArray held;
     /// The time of day of the sentences that are given now.

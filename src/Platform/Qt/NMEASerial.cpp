@@ -22,9 +22,6 @@ constexpr std::array<std::pair<int, speed_t>, 7> speeds{{{4800, B4800},
                                                          {115200, B115200},
                                                          {230400, B230400}}};
 
-/// What nobody has read yet; older text is dropped.
-constexpr qsizetype mostAhead = 65536;
-
 } // namespace
 
 NMEASerial::NMEASerial(QString path, int baudRate) : device(std::move(path)), speed(baudRate) {}
@@ -93,17 +90,6 @@ void NMEASerial::take() {
     ready.append(piece.data(), size);
     ready.remove(0, std::max<qsizetype>(0, ready.size() - mostAhead));
     Q_EMIT readyRead();
-}
-
-qint64 NMEASerial::readData(char* data, qint64 most) {
-    const qint64 size = std::min<qint64>(most, ready.size());
-    std::memcpy(data, ready.constData(), static_cast<std::size_t>(size));
-    ready.remove(0, size);
-    return size;
-}
-
-qint64 NMEASerial::writeData(const char*, qint64) {
-    return -1;
 }
 
 } // namespace quorvane::platform::qt
