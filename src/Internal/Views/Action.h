@@ -11,10 +11,9 @@ class Action : public QObject {
     Q_OBJECT
 
 public:
-    Action(std::function<void()> theFunction, QObject& parent) : QObject(&parent), function(std::move(theFunction)) {}
+    explicit Action(std::function<void()> theFunction) : function(std::move(theFunction)) {}
 
-public Q_SLOTS:
-    void perform() { function(); }
+    Q_SLOT void perform() { function(); }
 
 private:
     const std::function<void()> function;

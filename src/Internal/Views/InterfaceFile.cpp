@@ -63,10 +63,11 @@ QObject& connectionNamed(QQuickItem& root, const char* name, const QMetaObject& 
 
 void connectAction(QQuickItem& root, const char* name, std::function<void()> action) {
     QObject& control = connectionNamed(root, name, QQuickItem::staticMetaObject);
-    // A child of the control, so that it goes with it.
-    auto* const receiver = new Action(std::move(action), control);
-    const bool isConnected = QObject::connect(&control, SIGNAL(tapped()), receiver, SLOT(perform()));
+    auto receiver = std::make_unique<Action>(std::move(action));
+    const bool isConnected = QObject::connect(&control, SIGNAL(tapped()), receiver.get(), SLOT(perform()));
     QV_PRECONDITION(isConnected, "a control of an interface file must have a signal tapped()");
+    // It goes with the control.
+    receiver.release()->setParent(&control);
 }
 
 std::string bundlePath(const std::string& fileName) {

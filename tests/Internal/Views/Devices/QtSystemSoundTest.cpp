@@ -16,8 +16,8 @@ class FeedbackService : public QObject {
 public:
     QStringList events;
 
-public Q_SLOTS:
-    uint TriggerFeedback(const QString& application, const QString& event, const QVariantMap& hints, int timeout) {
+    Q_SLOT uint TriggerFeedback(const QString& application, const QString& event, const QVariantMap& hints,
+                                int timeout) {
         EXPECT_FALSE(application.isEmpty());
         EXPECT_TRUE(hints.isEmpty());
         EXPECT_EQ(timeout, -1);
