@@ -103,10 +103,7 @@ void CameraPicker::receive(std::shared_ptr<const platform::Image> picture) {
         return;
     }
     if (!picture) {
-        // A camera that was taken away has been told of.
-        if (session && session->isRunning()) {
-            fail();
-        }
+        fail();
     } else if (const auto host = delegate.lock()) {
         host->imagePickerDidTakePicture(std::move(picture));
     }

@@ -151,6 +151,66 @@ TEST_F(ScannerLifeTest, AHostMayDismissInTheCallOfTheFailure) {
     EXPECT_EQ(colorAt({180, 320}), Qt::white);
 }
 
+TEST_F(ScannerLifeTest, AHostMayTryAgainInTheCallOfTheFailure) {
+    QQuickItem page;
+    page.setParentItem(window->contentItem());
+    page.forceActiveFocus();
+    cameras->hasCamera = false;
+    host->whenCalled = [&](const std::string&) {
+        host->whenCalled = nullptr;
+        cameras->hasCamera = true;
+        capture::dismiss(*scanner, false);
+        present();
+    };
+
+    present();
+
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_TRUE(cameras->camera->isRunning());
+    EXPECT_EQ(hint(), "Point the camera at a barcode");
+    capture::dismiss(*scanner, false);
+    EXPECT_EQ(window->activeFocusItem(), &page);
+    EXPECT_FALSE(cameras->camera->isRunning());
+    EXPECT_EQ(host->calls, Calls{"failed"});
+}
+
+TEST_F(ScannerLifeTest, WithoutARecogniserACameraOfAScreenThatWasDismissedMeanwhileStaysOff) {
+    readers->knowsNothing = true;
+    host->whenCalled = [&](const std::string&) { capture::dismiss(*scanner, false); };
+    present();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_FALSE(cameras->camera->isRunning());
+}
+
+TEST_F(ScannerLifeTest, AHostMayPresentAgainInTheCallOfACancelsStop) {
+    present();
+    host->whenCalled = [&](const std::string&) {
+        host->whenCalled = nullptr;
+        capture::dismiss(*scanner, false);
+        present();
+    };
+    tap(item("cancelControl"));
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_TRUE(cameras->camera->isRunning());
+}
+
+TEST_F(ScannerLifeTest, ADismissedScannerHoldsNoCamera) {
+    present();
+    const std::weak_ptr<CaptureSession> session = scanner->barcodeScannerView().captureSession;
+    capture::dismiss(*scanner, false);
+    EXPECT_TRUE(session.expired());
+}
+
+TEST_F(ScannerLifeTest, WithItsHostTheFocusGoesBackToWhereItWas) {
+    QQuickItem page;
+    page.setParentItem(window->contentItem());
+    page.forceActiveFocus();
+    present();
+    EXPECT_NE(window->activeFocusItem(), &page);
+    scanner = nullptr;
+    EXPECT_EQ(window->activeFocusItem(), &page);
+}
+
 TEST_F(ScannerLifeTest, DismissedByTheHostItStopsAndTellsNothing) {
     present();
     capture::dismiss(*scanner, false);
