@@ -15,7 +15,7 @@ protected:
     const QImage two = placed(drawnCode(BarcodeType::qr, "two"), 0, {640, 480});
     const QImage oneAsAztec = placed(drawnCode(BarcodeType::aztec, "one"), 0, {640, 480});
     const QImage nothing = placed(QImage(), 0, {640, 480});
-    const std::vector<Barcode> none;
+    const std::vector<Barcode> none{};
     const std::vector<Barcode> readOne{{BarcodeType::qr, "one"}};
     const std::vector<Barcode> readTwo{{BarcodeType::qr, "two"}};
     std::unique_ptr<platform::BarcodeReader> reader = barcodeReader(allBarcodeTypes());
