@@ -67,17 +67,18 @@ void ViewController::setNeedsLayout() {
     root->setNeedsLayout();
 }
 
-void ViewController::present(QQuickItem& item, bool animated) {
-    if (presented) {
-        return;
-    }
-    const std::shared_ptr<ViewController> self = shared_from_this();
-    if (shown) {
+bool ViewController::canPresent() {
+    if (!presented && shown) {
+        // The host may present the screen anew when it hears that it is gone.
         remove();
-        if (presented) {
-            // The host has presented the screen anew when it heard that it was gone.
-            return;
-        }
+    }
+    return !presented;
+}
+
+void ViewController::present(QQuickItem& item, bool animated) {
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    if (!canPresent()) {
+        return;
     }
     parent = &item;
     presented = true;
@@ -123,15 +124,9 @@ void ViewController::present(QQuickWindow& window, bool animated) {
 }
 
 void ViewController::present(bool animated) {
-    if (presented) {
-        return;
-    }
     const std::shared_ptr<ViewController> self = shared_from_this();
-    if (shown) {
-        remove();
-        if (presented) {
-            return;
-        }
+    if (!canPresent()) {
+        return;
     }
     ownWindow.reset(new OwnWindow([this] { closeRequested(); }));
     present(*ownWindow, animated);

@@ -73,6 +73,8 @@ private:
         void operator()(QQuickWindow* window) const;
     };
 
+    /// Ends a showing that is on its way out. False for a screen that is presented.
+    bool canPresent();
     void loadView();
     void layOut();
     /// What lies behind the screen takes no input meanwhile.
