@@ -24,7 +24,7 @@ protected:
         ASSERT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
         task = found(key);
         ASSERT_NE(task, nullptr);
-        phone->locationManagers().setLastLocation(here);
+        phone->fixedLocations().setLastLocation(here);
     }
 
     /// The task under @p taskKey as a search near by tells it; null when it does not.

@@ -53,7 +53,7 @@ TEST_F(TaskSandboxTest, ATaskIsAnsweredUnderAKeyOfAnyCharacters) {
     startPlatform();
     QVAuthService::shared().logout();
     ASSERT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
-    phone->locationManagers().setLastLocation(here);
+    phone->fixedLocations().setLastLocation(here);
     task = found(odd);
     ASSERT_NE(task, nullptr);
     ASSERT_EQ(claim().first, QVStatus::SUCCESS);
