@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{{"track", "--options", "fly"},
                   "--options takes continuous, responsive, efficient or the name of a .json file, not \"fly\""},
         WrongLine{{"track", "--nmea", ""}, "--nmea takes a text that is not empty"},
-        WrongLine{{"track", "--nmea", "a", "--socket", "h:1"}, "--socket and --nmea do not go together"},
+        WrongLine{{"track", "--nmea", "a", "--socket", "h:1"}, "--nmea and --socket do not go together"},
         WrongLine{{"track", "--nmea", "a", "--serial", "b"}, "--nmea and --serial do not go together"},
         WrongLine{{"track", "--socket", "nowhere"}, "--socket takes HOST:PORT, not \"nowhere\""},
         WrongLine{{"track", "--socket", ":1"}, "--socket takes HOST:PORT, not \":1\""},

@@ -6,7 +6,6 @@
 #include "Places/QVPlace.h"
 #include "Tracking/LocationSource.h"
 #include "Tracking/QVEvent.h"
-#include "Tracking/QVUser.h"
 #include "testing/DecisionNames.h"
 #include "tools/Failure.h"
 #include "tools/Text.h"
@@ -53,10 +52,9 @@ void TrackReport::onEventsReceived(const std::vector<std::shared_ptr<QVEvent>>& 
     }
 }
 
-void TrackReport::onLocationUpdated(const platform::Location& location, const std::shared_ptr<QVUser>& user) {
+void TrackReport::onLocationUpdated(const platform::Location& location, const std::shared_ptr<QVUser>& /*user*/) {
     ++soFar.synced;
-    const bool isAtPlace = user && user->place;
-    write("synced", at(location) + (isAtPlace ? ", at " + printable(user->place->name) : ""));
+    write("synced", at(location));
 }
 
 void TrackReport::observe(const observed::Observation& observation) {
