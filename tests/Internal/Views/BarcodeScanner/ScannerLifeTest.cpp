@@ -1,3 +1,6 @@
+#include <atomic>
+#include <thread>
+
 #include "Internal/Views/BarcodeScanner/ScannerTest.h"
 
 namespace quorvane::capture {
@@ -260,6 +263,30 @@ TEST_F(ScannerLifeTest, LetGoOfWhileFramesArriveItStopsAndTellsNothing) {
     advance(10s);
     EXPECT_EQ(host->calls, Calls{});
     EXPECT_EQ(colorAt({180, 320}), Qt::white);
+}
+
+TEST_F(ScannerLifeTest, FramesMayArriveOnAThreadOfTheirOwnWhileItIsShownDismissedAndLetGo) {
+    readers->find({qrCode("a code")});
+    for (int i = 0; i < 20; ++i) {
+        newScanner();
+        present();
+        const std::shared_ptr<platform::Camera> camera = cameras->camera;
+        std::atomic<bool> isOver = false;
+        std::thread frames([&] {
+            while (!isOver) {
+                cameras->camera->show(testing::plainFrame(64, 48, 128));
+            }
+        });
+        if (i % 2 == 0) {
+            capture::dismiss(*scanner, false);
+            settle();
+        }
+        scanner = nullptr;
+        isOver = true;
+        frames.join();
+        settle();
+        EXPECT_FALSE(camera->isRunning());
+    }
 }
 
 TEST_F(ScannerLifeTest, LetGoOfBetweenScanAndSuccessItTellsNoMore) {

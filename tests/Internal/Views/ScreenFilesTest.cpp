@@ -1,6 +1,8 @@
 #include <QDir>
+#include <QGuiApplication>
 #include <QTranslator>
 
+#include "Internal/Views/BarcodeScanner/ScannerTest.h"
 #include "Internal/Views/CameraOverlay/OverlayTest.h"
 
 // They stand outside of any namespace.
@@ -16,6 +18,8 @@ namespace {
 
 class OverlayFilesTest : public OverlayTest {};
 using OverlayFilesDeathTest = OverlayFilesTest;
+
+class ScannerFilesTest : public ScannerTest {};
 
 /// Says everything twice.
 class TwiceTranslator final : public QTranslator {
@@ -49,6 +53,15 @@ TEST_F(OverlayFilesDeathTest, AMissingConnectionIsFatal) {
     EXPECT_DEATH(CameraOverlayView::load(accelerometer, "NoConnections"), "must hold each connection");
 }
 
+TEST_F(OverlayFilesDeathTest, EachMissingConnectionIsFatal) {
+    for (const char* name : {"imageOverlay", "tiltLabel", "cameraButton", "flashButton", "cancelButton"}) {
+        QGuiApplication::setApplicationDisplayName(name);
+        EXPECT_DEATH(CameraOverlayView::load(accelerometer, "OverlayWithout"), "must hold each connection") << name;
+    }
+    QGuiApplication::setApplicationDisplayName("");
+    EXPECT_NE(CameraOverlayView::load(accelerometer, "OverlayWithout"), nullptr);
+}
+
 TEST_F(OverlayFilesDeathTest, AMissingDrawingIsFatal) {
     PictureView view;
     EXPECT_DEATH(view.setImage("no-such-drawing"), "must be a drawing of the bundle");
@@ -70,6 +83,26 @@ TEST_F(OverlayFilesTest, TextsAreEnglishUnlessTheHostTranslatesThem) {
     EXPECT_EQ(shutter().property("text"), "Take photo Take photo");
     EXPECT_EQ(cancelButton().property("text"), "Cancel Cancel");
     EXPECT_EQ(flashButton().property("text"), "Flash Flash");
+}
+
+TEST_F(ScannerFilesTest, WithoutItsInterfaceFileThereIsNoScanner) {
+    static_cast<void>(bundlePath(""));
+    removeBundle();
+    EXPECT_EQ(Quorvane::createBarcodeScanner(), nullptr);
+    restoreBundle();
+    EXPECT_NE(Quorvane::createBarcodeScanner(), nullptr);
+}
+
+TEST_F(ScannerFilesTest, TextsAreEnglishUnlessTheHostTranslatesThem) {
+    EXPECT_EQ(hint(), "Point the camera at a barcode");
+    EXPECT_EQ(item("cancelControl").property("text"), "Cancel");
+
+    TwiceTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    newScanner();
+    EXPECT_EQ(hint(), "Point the camera at a barcode Point the camera at a barcode");
+    EXPECT_EQ(item("cancelControl").property("text"), "Cancel Cancel");
+    QCoreApplication::removeTranslator(&translator);
 }
 
 } // namespace
