@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QTranslator>
+#include <memory>
 
 #include "Internal/Views/BarcodeScanner/ScannerTest.h"
 #include "Internal/Views/CameraOverlay/OverlayTest.h"
@@ -16,7 +17,10 @@ static void restoreBundle() {
 namespace quorvane::capture {
 namespace {
 
-class OverlayFilesTest : public OverlayTest {};
+class OverlayFilesTest : public OverlayTest {
+protected:
+    std::shared_ptr<CameraOverlayView> load(const char* name) { return CameraOverlayView::load(accelerometer, name); }
+};
 using OverlayFilesDeathTest = OverlayFilesTest;
 
 class ScannerFilesTest : public ScannerTest {};
@@ -46,20 +50,20 @@ TEST_F(OverlayFilesTest, AMissingInterfaceFileIsAPickerWithoutAnOverlay) {
 }
 
 TEST_F(OverlayFilesTest, ThereIsNoOverlayOfAnUnknownFile) {
-    EXPECT_EQ(CameraOverlayView::load(accelerometer, "NoSuchView"), nullptr);
+    EXPECT_EQ(load("NoSuchView"), nullptr);
 }
 
 TEST_F(OverlayFilesDeathTest, AMissingConnectionIsFatal) {
-    EXPECT_DEATH(CameraOverlayView::load(accelerometer, "NoConnections"), "must hold each connection");
+    EXPECT_DEATH(load("NoConnections"), "must hold each connection");
 }
 
 TEST_F(OverlayFilesDeathTest, EachMissingConnectionIsFatal) {
     for (const char* name : {"imageOverlay", "tiltLabel", "cameraButton", "flashButton", "cancelButton"}) {
         QGuiApplication::setApplicationDisplayName(name);
-        EXPECT_DEATH(CameraOverlayView::load(accelerometer, "OverlayWithout"), "must hold each connection") << name;
+        EXPECT_DEATH(load("OverlayWithout"), "must hold each connection") << name;
     }
     QGuiApplication::setApplicationDisplayName("");
-    EXPECT_NE(CameraOverlayView::load(accelerometer, "OverlayWithout"), nullptr);
+    EXPECT_NE(load("OverlayWithout"), nullptr);
 }
 
 TEST_F(OverlayFilesDeathTest, AMissingDrawingIsFatal) {
