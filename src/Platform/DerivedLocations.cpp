@@ -67,6 +67,10 @@ DerivedLocations::Outcome DerivedLocations::receive(const Location& fix) {
 }
 
 void DerivedLocations::derive(const Location& fix, Report& report) {
+    if (lastUsed == fix) {
+        // The same one told again, for somebody who asks: it is no second witness.
+        return;
+    }
     const std::chrono::nanoseconds now = clock.monotonic();
     lastUsed = fix;
     lastUsedAt = now;

@@ -187,6 +187,24 @@ TEST_F(DerivedLocationsTest, ARegionBeginsInTheStateOfAFreshFix) {
     EXPECT_THAT(told(), ElementsAre("second: outside home"));
 }
 
+TEST_F(DerivedLocationsTest, AFixThatIsToldAgainIsNoSecondWitnessOfACrossing) {
+    fixAt(0);
+    first->startMonitoring(home);
+    EXPECT_THAT(told(), ElementsAre("first: inside home"));
+    time.pass(10s);
+    // It strays, and its accuracy circle reaches back inside.
+    const Location straying{{46 + 120 / 111'195.08, 14.5}, 50, -1, time.now()};
+    services.receive(straying);
+
+    first->requestLocation();
+    services.receive(straying);
+
+    EXPECT_THAT(told(), ElementsAre("first: fix"));
+    time.pass(10s);
+    fixAt(120, 50);
+    EXPECT_THAT(told(), ElementsAre("first: exit home", "second: exit home"));
+}
+
 TEST_F(DerivedLocationsTest, TheStateOfARegionWhoseManagerHasEndedIsToldToNobody) {
     second->startMonitoring(home);
     second.reset();

@@ -60,7 +60,8 @@ void TrackReport::onLocationUpdated(const platform::Location& location, const st
 void TrackReport::observe(const observed::Observation& observation) {
     if (const auto* const send = std::get_if<observed::Send>(&observation)) {
         using Change = observed::Send::Change;
-        sending = send->change == Change::scheduled || send->change == Change::begun;
+        scheduled = send->change == Change::scheduled;
+        underWay += send->change == Change::begun ? 1 : send->change == Change::ended ? -1 : 0;
     } else if (const auto* const failure = std::get_if<observed::Failure>(&observation)) {
         write("receiver", printable(failure->error.message), Paint::bad);
     }

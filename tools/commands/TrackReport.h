@@ -39,7 +39,7 @@ public:
     };
     [[nodiscard]] const Counts& counts() const { return soFar; }
     /// Whether a location is on its way to the service.
-    [[nodiscard]] bool isSending() const { return sending; }
+    [[nodiscard]] bool isSending() const { return scheduled || underWay > 0; }
     /// Nobody reads any more.
     [[nodiscard]] bool isCutOff() const { return cutOff; }
 
@@ -47,7 +47,9 @@ private:
     const platform::Clock& clock;
     Terminal& terminal;
     Counts soFar;
-    bool sending = false;
+    bool scheduled = false;
+    /// Sends that have begun and not ended.
+    int underWay = 0;
     bool cutOff = false;
 };
 

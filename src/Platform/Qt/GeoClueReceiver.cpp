@@ -97,7 +97,7 @@ void GeoClueReceiver::want(const DerivedLocations::Demand& demand) {
 
 void GeoClueReceiver::startAfter(std::chrono::seconds time) {
     retry.start(time, [this] {
-        if (isWanted) {
+        if (isWanted || isComingBack) {
             start();
         }
     });
@@ -134,7 +134,13 @@ void GeoClueReceiver::start() {
     // Without it the service would be asked for no accuracy at all.
     source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
     source->setUpdateInterval(source->minimumUpdateInterval());
-    impatience.start(patience, [this] { refuse("the location service (GeoClue 2) did not answer in time"); });
+    impatience.start(patience, [this] {
+        if (isComingBack) {
+            goneAway();
+        } else {
+            refuse("the location service (GeoClue 2) did not answer in time");
+        }
+    });
     source->startUpdates();
     watchClient();
 }
@@ -143,7 +149,7 @@ void GeoClueReceiver::start() {
 void GeoClueReceiver::findOutWhy() {
     whenAnswered<QDBusPendingReply<QDBusVariant>>(
         manager().property(QStringLiteral("AvailableAccuracyLevel")), context.get(), [this](const auto& reply) {
-            if (reply.isError() && status == LocationAuthorization::always) {
+            if (reply.isError() && (status == LocationAuthorization::always || isComingBack)) {
                 goneAway();
             } else {
                 refuse("the location service (GeoClue 2) does not let the application have the location");
@@ -178,6 +184,7 @@ void GeoClueReceiver::lookWhetherActive() {
 void GeoClueReceiver::noteActive(bool isActive) {
     if (isActive && state != State::running && state != State::idle) {
         impatience.stop();
+        isComingBack = false;
         state = State::running;
         setStatus(LocationAuthorization::always);
         if (!isWanted) {
@@ -190,12 +197,18 @@ void GeoClueReceiver::noteActive(bool isActive) {
 }
 
 void GeoClueReceiver::refuse(const std::string& why) {
+    isComingBack = false;
     stop();
     output("QuorvaneSDK: " + why);
     setStatus(LocationAuthorization::denied);
 }
 
 void GeoClueReceiver::goneAway() {
+    if (status == LocationAuthorization::notDetermined) {
+        refuse("the location service (GeoClue 2) has gone away without an answer");
+        return;
+    }
+    isComingBack = isComingBack || state == State::off;
     stop();
     listener.failure({LocationError::Kind::unknown, "The location service has gone away."});
     startAfter(pause);

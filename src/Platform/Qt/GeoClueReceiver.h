@@ -69,6 +69,9 @@ private:
     LocationAuthorization status = LocationAuthorization::notDetermined;
     State state = State::idle;
     bool isWanted = false;
+    /// The service has ended while the user had switched location off: it is started again all the same, for what the
+    /// user wants now is not known.
+    bool isComingBack = false;
     std::optional<Location> last;
     /// The client that runs has given no fix yet.
     bool isFirst = true;

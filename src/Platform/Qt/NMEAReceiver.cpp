@@ -8,6 +8,10 @@
 #include <QTime>
 #include <utility>
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 #include "Platform/Clock.h"
 #include "Platform/Qt/NMEARecording.h"
 #include "Platform/Qt/NMEASerial.h"
@@ -20,6 +24,22 @@ namespace {
 constexpr double defaultAccuracy = 10;
 /// Qt multiplies it with twice the dilution: 5 metres for each unit of that.
 constexpr double rangeError = 2.5;
+
+/// Bytes of a connection that wait to be read.
+constexpr qint64 mostWaiting = 65536;
+
+/// Lets the system find out within a minute that the other side is gone without a word.
+void watchConnection(qintptr descriptor) {
+    const auto set = [number = static_cast<int>(descriptor)](int level, int option, int value) {
+        setsockopt(number, level, option, &value, sizeof value);
+    };
+    set(SOL_SOCKET, SO_KEEPALIVE, 1);
+#ifdef TCP_KEEPIDLE
+    set(IPPROTO_TCP, TCP_KEEPIDLE, 30);
+    set(IPPROTO_TCP, TCP_KEEPINTVL, 10);
+    set(IPPROTO_TCP, TCP_KEEPCNT, 3);
+#endif
+}
 
 /// What Qt makes of the sentences. It wants dates, which not all receivers tell, and drops what is older than the last:
 /// each time that is earlier than the one before counts as one of the next day.
@@ -105,7 +125,17 @@ void NMEAReceiver::open() {
         device.get(), &QIODevice::readChannelFinished, context.get(), [this] { end(); }, Qt::QueuedConnection);
     if (auto* const socket = qobject_cast<QTcpSocket*>(device.get())) {
         const auto& server = std::get<NMEASocket>(source);
-        QObject::connect(socket, &QTcpSocket::connected, context.get(), [this] { listen(); });
+        socket->setReadBufferSize(mostWaiting);
+        QObject::connect(socket, &QTcpSocket::connected, context.get(), [this, socket] {
+            watchConnection(socket->socketDescriptor());
+            listen();
+        });
+        QObject::connect(socket, &QTcpSocket::readyRead, context.get(), [socket] {
+            if (socket->bytesAvailable() >= mostWaiting && !socket->canReadLine()) {
+                // What has no line's end by now is no sentence.
+                socket->readAll();
+            }
+        });
         QObject::connect(
             socket, &QTcpSocket::errorOccurred, context.get(), [this] { end(); }, Qt::QueuedConnection);
         socket->connectToHost(QString::fromStdString(server.host), server.port, QIODevice::ReadOnly);

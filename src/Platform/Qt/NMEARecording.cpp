@@ -1,5 +1,6 @@
 #include "Platform/Qt/NMEARecording.h"
 
+#include <QFileInfo>
 #include <QList>
 #include <algorithm>
 #include <cmath>
@@ -61,6 +62,12 @@ NMEARecording::NMEARecording(const QString& path) : file(path) {
 }
 
 bool NMEARecording::open(OpenMode mode) {
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile()) {
+        // To wait for somebody who writes into a pipe would hold up everything.
+        setErrorString(QStringLiteral("It is no regular file"));
+        return false;
+    }
     if (!file.open(mode)) {
         setErrorString(file.errorString());
         return false;
@@ -78,7 +85,10 @@ void NMEARecording::proceed() {
     ready.append(held);
     held.clear();
     while (ready.size() < mostAhead) {
-        const QByteArray line = file.readLine(longestLine);
+        QByteArray line = file.readLine(longestLine);
+        if (!line.isEmpty() && !line.endsWith('\n') && file.atEnd()) {
+            line += "\r\n";
+        }
         if (line.isEmpty()) {
             isOver = true;
             due += tail;
@@ -93,6 +103,10 @@ void NMEARecording::proceed() {
             break;
         }
         ready.append(line);
+    }
+    if (ready.size() >= mostAhead && !canReadLine()) {
+        // What has no line's end by now is no sentence.
+        ready.clear();
     }
     waitUntilDue();
     if (!ready.isEmpty()) {

@@ -42,6 +42,8 @@ void SleepInhibitor::hold(const std::string& why) {
         const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *watcher;
         if (reply.isError()) {
             complain(reply.error().message().toStdString());
+            // The next task asks anew.
+            pending.release()->deleteLater();
         } else {
             held = reply.value();
         }

@@ -163,6 +163,37 @@ TEST_F(GeoClueTest, AServiceThatGoesAwayFailsWhoWaitsAndIsStartedAgainForTheNext
     EXPECT_EQ(listener.fixes.size(), 1U);
 }
 
+TEST_F(GeoClueTest, AServiceThatGoesAwayBeforeItsAnswerPermitsNothing) {
+    service.answer("wait");
+    askForPermission();
+    ASSERT_EQ(manager->authorization(), LocationAuthorization::notDetermined);
+    output.clear();
+
+    service.leave();
+    settle();
+
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::denied);
+    EXPECT_THAT(output, ElementsAre("QuorvaneSDK: the location service (GeoClue 2) has gone away without an answer"));
+}
+
+TEST_F(GeoClueTest, AServiceThatGoesAwayWhileLocationIsOffIsStartedAgainByItself) {
+    askForPermission();
+    manager->startUpdatingLocation();
+    settle();
+    service.answer("off");
+    settle();
+    ASSERT_EQ(manager->authorization(), LocationAuthorization::denied);
+
+    service.leave();
+    settle();
+    service.comeBack();
+    service.answer("permit");
+    service.moveTo(there);
+
+    EXPECT_TRUE(runUntil([this] { return manager->authorization() == LocationAuthorization::always; }));
+    EXPECT_TRUE(runUntil([this] { return !listener.fixes.empty(); }));
+}
+
 TEST_F(GeoClueTest, ThePermissionIsRememberedForTheNextLaunchWhichAsksNobody) {
     askForPermission();
     launch(GeoClue{"rider"});

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "Platform/Clock.h"
@@ -153,6 +154,40 @@ TEST_F(NMEATest, AFileThatIsNotThereSaysSo) {
 
     EXPECT_THAT(listener.failures,
                 ElementsAre("the NMEA file " + home.path() + "/none.nmea gives nothing: No such file or directory"));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(NMEATest, ALongFileWithoutALinesEndComesToItsEnd) {
+    launchFile(std::string(200'000, 'x'));
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures, ElementsAre("the NMEA file " + home.path() + "/ride.nmea tells no position"));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(NMEATest, TheLastSentenceNeedsNoLinesEnd) {
+    std::string content = position(0, "03.0000");
+    while (content.ends_with('\n') || content.ends_with('\r')) {
+        content.pop_back();
+    }
+    launchFile(content);
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFixes(1));
+    EXPECT_NEAR(listener.fixes[0].coordinate.latitude, 46.05, 1e-9);
+}
+
+TEST_F(NMEATest, APipeIsNoRecordingAndHoldsNothingUp) {
+    const std::string pipe = home.path() + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+    launch(NMEAFile{pipe, [this] { ++ends; }});
+    manager->requestLocation();
+
+    ASSERT_TRUE(runUntilFailure());
+
+    EXPECT_THAT(listener.failures, ElementsAre("the NMEA file " + pipe + " gives nothing: It is no regular file"));
     EXPECT_EQ(ends, 1);
 }
 
