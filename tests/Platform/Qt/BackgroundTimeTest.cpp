@@ -84,6 +84,26 @@ protected:
     }
 };
 
+using BackgroundTimeWithoutLogindTest = QtLocationTest;
+
+TEST_F(BackgroundTimeWithoutLogindTest, AnInhibitorThatWasRefusedIsAskedForAnewByTheNextTask) {
+    privateBus();
+    launch(NMEAFile{});
+    const auto first = platform->application().beginBackgroundTask("first", [] {});
+    EXPECT_NE(first, Application::BackgroundTask{0});
+    ASSERT_TRUE(runUntil([this] { return !output.empty(); }));
+
+    const LogindMock logind;
+    const auto second = platform->application().beginBackgroundTask("second", [] {});
+
+    EXPECT_TRUE(runUntil([] { return LogindMock::inhibitors().size() == 1; }));
+    EXPECT_THAT(LogindMock::inhibitors(), ElementsAre("sleep, rider, second, delay"));
+    EXPECT_EQ(output.size(), 1U) << "one line is enough";
+    platform->application().endBackgroundTask(second);
+    platform->application().endBackgroundTask(first);
+    EXPECT_TRUE(runUntil([] { return LogindMock::inhibitors().empty(); }));
+}
+
 TEST_F(BackgroundTimeTest, SleepIsDelayedWhileATaskIsOpenAndBySleepOnly) {
     const auto task = application().beginBackgroundTask("upload", [] {});
     EXPECT_TRUE(heldBecomes(1));
