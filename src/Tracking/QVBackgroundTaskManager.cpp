@@ -33,6 +33,12 @@ void onOwnQueue(Work work) {
 QVBackgroundTaskManager::QVBackgroundTaskManager(platform::Platform& thePlatform)
     : platform(thePlatform), logger(QVLogger::shared()), observation(TrackingObservation::shared()) {}
 
+QVBackgroundTaskManager::~QVBackgroundTaskManager() {
+    for (const Identifier task : tasks) {
+        platform.application().endBackgroundTask(task);
+    }
+}
+
 void QVBackgroundTaskManager::startBackgroundTask() {
     platform::Application& application = platform.application();
     double remaining = application.backgroundTimeRemaining();

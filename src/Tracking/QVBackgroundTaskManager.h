@@ -24,6 +24,10 @@ public:
     using Identifier = platform::Application::BackgroundTask;
 
     explicit QVBackgroundTaskManager(platform::Platform& platform);
+    QVBackgroundTaskManager(const QVBackgroundTaskManager&) = delete;
+    QVBackgroundTaskManager& operator=(const QVBackgroundTaskManager&) = delete;
+    /// Gives back to the platform what it still holds: it may outlive being the one in use.
+    ~QVBackgroundTaskManager();
 
     [[nodiscard]] static QVBackgroundTaskManager& shared() { return platform::shared<QVBackgroundTaskManager>(); }
 

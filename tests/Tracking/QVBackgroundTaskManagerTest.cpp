@@ -32,6 +32,18 @@ TEST_F(QVBackgroundTaskManagerTest, InTheForegroundAGrantIsHeldForAHundredAndSev
     EXPECT_EQ(heldFor(platform::Application::foreground), 170s);
 }
 
+TEST(QVBackgroundTaskManagerLifeTest, APlatformThatIsTakenOutOfUseGetsItsGrantsBack) {
+    const auto platform = quorvane::testing::SimulatedPlatform::make();
+    platform::install(platform);
+    QVBackgroundTaskManager::shared().startBackgroundTask();
+    QVBackgroundTaskManager::shared().startBackgroundTask();
+    ASSERT_EQ(platform->application().openBackgroundTaskCount(), 2);
+
+    platform::install(nullptr);
+
+    EXPECT_EQ(platform->application().openBackgroundTaskCount(), 0);
+}
+
 TEST_F(QVBackgroundTaskManagerTest, WithAHundredSecondsLeftAGrantIsHeldForNinety) {
     EXPECT_EQ(heldFor(100), 90s);
 }
