@@ -85,6 +85,14 @@ void DerivedLocations::derive(const Location& fix, Report& report) {
 
 void DerivedLocations::tell(const Report& report) {
     if (!isAuthorized()) {
+        // Permission has ended since the fix came. Who asked for it hears that at least.
+        for (const Report::Receiver& receiver : report.receivers) {
+            Manager* const manager = find(receiver.manager);
+            const bool isWaiting = manager != nullptr && receiver.wasRequest && !manager->isUpdating();
+            if (isWaiting && manager->delegate != nullptr) {
+                manager->delegate->didFail(denied());
+            }
+        }
         return;
     }
     for (const Report::Receiver& receiver : report.receivers) {

@@ -187,6 +187,13 @@ TEST_F(DerivedLocationsTest, ARegionBeginsInTheStateOfAFreshFix) {
     EXPECT_THAT(told(), ElementsAre("second: outside home"));
 }
 
+TEST_F(DerivedLocationsTest, ARequestWhoseFixComesAsPermissionEndsFails) {
+    first->requestLocation();
+    fixAt(0);
+    services.setAuthorization(LocationAuthorization::denied);
+    EXPECT_THAT(told(), ElementsAre("first: denied"));
+}
+
 TEST_F(DerivedLocationsTest, AFixThatIsToldAgainIsNoSecondWitnessOfACrossing) {
     fixAt(0);
     first->startMonitoring(home);
