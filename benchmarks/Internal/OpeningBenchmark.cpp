@@ -27,7 +27,8 @@ QGuiApplication& application() {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_QUICK_BACKEND", "software");
     }
-    static QGuiApplication gui(count, arguments);
+    // Left to the end of the process: by the time that statics are destroyed, Qt's own are gone.
+    static auto& gui = *new QGuiApplication(count, arguments);
     return gui;
 }
 
