@@ -4,7 +4,6 @@
 
 #include "Internal/Views/Devices/QtFrame.h"
 #include "Platform/Platform.h"
-#include "Platform/Qt/QtImage.h"
 
 namespace quorvane::capture {
 
@@ -99,11 +98,7 @@ void QtCamera::answerPhoto(std::optional<int> id, const QImage& picture) {
         return;
     }
     mainQueue.cancel(photoGivenUp);
-    std::shared_ptr<const platform::Image> photo;
-    if (!picture.isNull()) {
-        photo = std::make_shared<platform::qt::QtImage>(picture.convertToFormat(QImage::Format_RGB888));
-    }
-    mainQueue.post([photo = std::move(photo), handler = std::exchange(photoHandler, nullptr)] { handler(photo); });
+    mainQueue.post([photo = photoOf(picture), handler = std::exchange(photoHandler, nullptr)] { handler(photo); });
 }
 
 } // namespace quorvane::capture

@@ -10,6 +10,7 @@
 
 #include "Internal/Views/FrameImage.h"
 #include "Internal/Views/FrameLayout.h"
+#include "Platform/Qt/QtImage.h"
 
 namespace quorvane::capture {
 namespace {
@@ -98,6 +99,13 @@ VideoFrame videoFrameOf(const QVideoFrame& frame) {
     result.height = readable.height();
     result.rotation = readable.rotationAngle();
     return copyPlanes(readable, result) ? result : VideoFrame();
+}
+
+std::shared_ptr<const platform::Image> photoOf(const QImage& picture) {
+    if (picture.isNull()) {
+        return nullptr;
+    }
+    return std::make_shared<platform::qt::QtImage>(picture.convertToFormat(QImage::Format_RGB888));
 }
 
 } // namespace quorvane::capture

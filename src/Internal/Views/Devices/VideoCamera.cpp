@@ -7,7 +7,6 @@
 #include "Internal/Views/Devices/QtFrame.h"
 #include "Internal/Views/FrameImage.h"
 #include "Platform/Platform.h"
-#include "Platform/Qt/QtImage.h"
 
 namespace quorvane::capture {
 
@@ -109,12 +108,7 @@ void VideoCamera::fail() {
 }
 
 void VideoCamera::takePhoto(bool /*flash*/, PhotoHandler completion) {
-    const QImage picture = imageOf(lastFrame());
-    std::shared_ptr<const platform::Image> photo;
-    if (!picture.isNull()) {
-        photo = std::make_shared<platform::qt::QtImage>(picture.convertToFormat(QImage::Format_RGB888));
-    }
-    mainQueue.post([photo = std::move(photo), completion = std::move(completion)] { completion(photo); });
+    mainQueue.post([photo = photoOf(imageOf(lastFrame())), completion = std::move(completion)] { completion(photo); });
 }
 
 } // namespace quorvane::capture
