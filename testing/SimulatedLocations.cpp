@@ -139,8 +139,7 @@ std::unique_ptr<platform::LocationManager> SimulatedLocations::make() {
 }
 
 bool SimulatedLocations::isAuthorized() const {
-    return kept->authorization == LocationAuthorization::always ||
-           kept->authorization == LocationAuthorization::whenInUse;
+    return platform::permitsLocations(kept->authorization);
 }
 
 void SimulatedLocations::receive(const Location& fix) {

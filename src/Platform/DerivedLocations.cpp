@@ -36,8 +36,7 @@ LocationError DerivedLocations::denied() {
 }
 
 bool DerivedLocations::isAuthorized() const {
-    return contents->authorization == LocationAuthorization::always ||
-           contents->authorization == LocationAuthorization::whenInUse;
+    return permitsLocations(contents->authorization);
 }
 
 DerivedLocations::Outcome DerivedLocations::receive(const Location& fix) {

@@ -39,6 +39,11 @@ enum class RegionState { unknown, inside, outside };
 /// What the user, or the system, lets the application do.
 enum class LocationAuthorization { notDetermined, restricted, denied, always, whenInUse };
 
+/// Whether the application may have locations: always, or while it is in use.
+[[nodiscard]] constexpr bool permitsLocations(LocationAuthorization status) {
+    return status == LocationAuthorization::always || status == LocationAuthorization::whenInUse;
+}
+
 /// Why there is no location, or no monitoring.
 struct LocationError {
     enum class Kind {

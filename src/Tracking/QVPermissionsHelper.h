@@ -23,11 +23,7 @@ public:
     }
 
     /// Whether the status, asked for anew, lets the library have locations: always, or while the application is in use.
-    [[nodiscard]] bool isAuthorized() {
-        const platform::LocationAuthorization status = authorizationStatus();
-        return status == platform::LocationAuthorization::always ||
-               status == platform::LocationAuthorization::whenInUse;
-    }
+    [[nodiscard]] bool isAuthorized() { return platform::permitsLocations(authorizationStatus()); }
 
     /// Has the platform ask the user, where the user has not decided yet. The answer is remembered when it comes.
     void requestAuthorization(Permission permission) { locationManager.requestAuthorization(permission); }

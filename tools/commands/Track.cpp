@@ -121,8 +121,7 @@ private:
         while (manager->authorization() == LocationAuthorization::notDetermined) {
             pass([&] { return manager->authorization() != LocationAuthorization::notDetermined; });
         }
-        if (manager->authorization() != LocationAuthorization::always &&
-            manager->authorization() != LocationAuthorization::whenInUse) {
+        if (!platform::permitsLocations(manager->authorization())) {
             throw Failure(QVStatus::ERROR_PERMISSIONS,
                           "the system has no location service, or does not permit its use; name a receiver with "
                           "--nmea, --serial or --socket");

@@ -47,10 +47,6 @@ void resume(RegionMonitor& regions, const AnyCodable& entry) {
     }
 }
 
-bool isPermitted(LocationAuthorization status) {
-    return status == LocationAuthorization::always || status == LocationAuthorization::whenInUse;
-}
-
 } // namespace
 
 std::shared_ptr<Kept> KeptServices::stored(const PreferencesStore& preferences) {
@@ -77,7 +73,7 @@ void KeptServices::keep(const Kept& kept) {
         regions.emplace_back(entryFor(region, kept.regions.state(region.identifier)));
     }
     const bool isNow =
-        keepsPermission ? isPermitted(kept.authorization) : valueIn<bool>(written, "permitted").value_or(false);
+        keepsPermission ? permitsLocations(kept.authorization) : valueIn<bool>(written, "permitted").value_or(false);
     AnyCodable::Dictionary now{{"permitted", isNow}, {"regions", std::move(regions)}};
     if (now != written) {
         written = std::move(now);
