@@ -35,17 +35,16 @@ QVAccessInfo QuorvaneAPI::getAccessInfo() const {
     return QVAuthService::shared().accessInfo();
 }
 
-void QuorvaneAPI::whenSignedIn(const std::function<void()>& send, std::function<void(QVStatus)> fail) {
+bool QuorvaneAPI::isSignedIn() const {
+    return isConfigured() && api && getAccessInfo().state() == AuthState::AUTHENTICATED;
+}
+
+void QuorvaneAPI::signIn(const std::function<void()>& send, std::function<void(QVStatus)> fail) {
     if (!isConfigured() || !api) {
         fail(QVStatus::ERROR_PUBLISHABLE_KEY);
         return;
     }
     const QVAccessInfo info = getAccessInfo();
-    if (info.state() == AuthState::AUTHENTICATED) {
-        send();
-        return;
-    }
-
     const platform::PreferencesStore& preferences = platform.preferences();
     const std::string userId = preferences.string(preference::userId).value_or("");
     const std::string clientId = preferences.string(preference::accessKey).value_or("");

@@ -30,9 +30,13 @@ public:
     /// (`ERROR_UNAUTHORIZED` where it has none), and the call is not sent.
     template <class Call>
     void request(const Call& endpoint, RequestCompletion<typename Call::ModelClass> completion) {
+        if (isSignedIn()) {
+            api->request(endpoint, getHeaders(), std::move(completion));
+            return;
+        }
         const auto answer = std::make_shared<RequestCompletion<typename Call::ModelClass>>(std::move(completion));
-        whenSignedIn([this, endpoint, answer] { api->request(endpoint, getHeaders(), *answer); },
-                     [answer](QVStatus status) { (*answer)(status, std::nullopt, nullptr); });
+        signIn([this, endpoint, answer] { api->request(endpoint, getHeaders(), *answer); },
+               [answer](QVStatus status) { (*answer)(status, std::nullopt, nullptr); });
     }
 
     /// Calls the identity service as it stands, without a sign-in. `ERROR_PUBLISHABLE_KEY` at once without endpoints.
@@ -56,7 +60,10 @@ public:
     std::shared_ptr<Router> auth;
 
 private:
-    void whenSignedIn(const std::function<void()>& send, std::function<void(QVStatus)> fail);
+    /// Whether a call can be sent as it is: a key is configured, and the stored tokens are valid.
+    [[nodiscard]] bool isSignedIn() const;
+    /// Makes it so, and then calls @p send; or calls @p fail.
+    void signIn(const std::function<void()>& send, std::function<void(QVStatus)> fail);
 
     platform::Platform& platform;
 };

@@ -6,10 +6,27 @@
 namespace quorvane {
 namespace {
 
+constexpr std::size_t usualQuery = 64;
+
 bool isUnreserved(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
            (character >= '0' && character <= '9') || character == '-' || character == '.' || character == '_' ||
            character == '~';
+}
+
+void appendEncoded(std::string& encoded, std::string_view text) {
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    for (auto rest = text.begin(); rest != text.end();) {
+        const auto plainEnd = std::find_if_not(rest, text.end(), isUnreserved);
+        encoded.append(rest, plainEnd);
+        rest = plainEnd;
+        if (rest != text.end()) {
+            const auto byte = static_cast<unsigned char>(*rest++);
+            encoded += '%';
+            encoded += digits[byte >> 4U];
+            encoded += digits[byte & 0x0FU];
+        }
+    }
 }
 
 bool isHost(std::string_view host) {
@@ -33,19 +50,9 @@ bool isPath(std::string_view path) {
 } // namespace
 
 std::string percentEncoded(std::string_view text) {
-    static constexpr std::string_view digits = "0123456789ABCDEF";
     std::string encoded;
     encoded.reserve(text.size());
-    for (const char character : text) {
-        if (isUnreserved(character)) {
-            encoded += character;
-        } else {
-            const auto byte = static_cast<unsigned char>(character);
-            encoded += '%';
-            encoded += digits[byte >> 4U];
-            encoded += digits[byte & 0x0FU];
-        }
-    }
+    appendEncoded(encoded, text);
     return encoded;
 }
 
@@ -79,22 +86,28 @@ std::optional<URL> URL::parse(std::string_view text) {
 }
 
 URL URL::appending(std::string_view path) const {
-    std::string joined = absolute;
+    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
+    std::string joined;
+    joined.reserve(absolute.size() + 1 + path.size());
+    joined = absolute;
     while (joined.ends_with('/')) {
         joined.pop_back();
     }
-    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
-    return URL(joined + "/" + std::string(path));
+    joined += '/';
+    joined += path;
+    return URL(std::move(joined));
 }
 
 URL URL::withQuery(const std::vector<std::pair<std::string, std::string>>& items) const {
-    std::string joined = absolute;
+    std::string joined;
+    joined.reserve(absolute.size() + usualQuery);
+    joined = absolute;
     char separator = '?';
     for (const auto& [name, value] : items) {
         joined += separator;
-        joined += percentEncoded(name);
+        appendEncoded(joined, name);
         joined += '=';
-        joined += percentEncoded(value);
+        appendEncoded(joined, value);
         separator = '&';
     }
     return URL(std::move(joined));

@@ -120,6 +120,11 @@ private:
         } else if constexpr (Row::isDirect && !(description.isLenient && HasTable<Field>)) {
             return Decoder::read(value, model.*std::get<0>(description.path), reading);
         } else {
+            if constexpr (!HasTable<Field>) {
+                if (auto* const found = existing<row>(model)) {
+                    return Decoder::read(value, *found, reading);
+                }
+            }
             Field field{};
             if (!Decoder::read(value, field, reading)) {
                 return false;
@@ -127,6 +132,11 @@ private:
             target<row>(model) = std::move(field);
             return true;
         }
+    }
+
+    template <std::size_t row>
+    static auto* existing(Model& object) {
+        return std::apply([&](auto... path) { return foundField(object, path...); }, Table::template row<row>().path);
     }
 
     template <std::size_t row>

@@ -89,7 +89,8 @@ bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const 
         return false;
     }
     requestNumber = theNumber;
-    const bool hasSameHeaders = headers && theRequest.headers == request.headers;
+    isPlain = theRequest.method == "GET" && theRequest.body.empty();
+    const bool hasSameHeaders = isPlain && headers && theRequest.headers == request.headers;
     request = std::move(theRequest);
     message.front() = '\0';
     body.clear();
@@ -97,7 +98,6 @@ bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const 
     headersAreWhole = false;
     isTooLarge = false;
 
-    isPlain = request.method == "GET" && request.body.empty();
     if (!isPlain) {
         setMethod();
     }
@@ -107,7 +107,7 @@ bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const 
     if (address.host != host || address.port != port) {
         setRoute(address);
     }
-    set(handle(), CURLOPT_URL, request.url.c_str());
+    setAddress(address);
     set(handle(), CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
     return true;
 }
@@ -138,7 +138,10 @@ void CurlExchange::setHeaders() {
     };
     // "Name:" takes a header of libcurl's own away, "Name;" sends an empty one.
     headers.reset();
-    std::vector<std::string> own = {"Accept:", "Content-Type:", "Expect:", "Accept-Encoding: identity"};
+    std::vector<std::string> own = {"Accept:", "Accept-Encoding: identity"};
+    if (!isPlain) {
+        own.insert(own.begin() + 1, {"Content-Type:", "Expect:"});
+    }
     for (const auto& [name, value] : request.headers) {
         const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
         add(name + (isBlank ? ";" : ": " + value));
@@ -152,12 +155,24 @@ void CurlExchange::setHeaders() {
     set(handle(), CURLOPT_HTTPHEADER, headers.get());
 }
 
+void CurlExchange::setAddress(const CurlAddress& address) {
+    // libcurl takes an address apart, puts it together and writes its query byte by byte, but copies a target.
+    const std::size_t target = address.targetIn(request.url);
+    const std::string_view where(request.url.data(), target == 0 ? request.url.size() : target + 1);
+    if (where != urlSet) {
+        urlSet = where;
+        set(handle(), CURLOPT_URL, urlSet.c_str());
+    }
+    set(handle(), CURLOPT_REQUEST_TARGET,
+        target == 0 ? static_cast<const char*>(nullptr) : request.url.c_str() + target);
+}
+
 void CurlExchange::setRoute(const CurlAddress& address) {
     host = address.host;
     port = address.port;
     connectTo.reset();
     // None: what the environment says.
-    set(handle(), CURLOPT_PROXY, static_cast<const char*>(address.isLoopback() ? "" : nullptr));
+    set(handle(), CURLOPT_NOPROXY, static_cast<const char*>(address.isLoopback() ? "*" : nullptr));
     for (const LoopbackPort& one : options.connectTo) {
         if (address.isLoopback() && one.from == port) {
             const std::string route = host + ":" + std::to_string(one.from) + ":127.0.0.1:" + std::to_string(one.to);

@@ -38,6 +38,7 @@ private:
     void setAlways();
     void setMethod();
     void setHeaders();
+    void setAddress(const CurlAddress& address);
     void setRoute(const CurlAddress& address);
     [[nodiscard]] TransportError error(CURLcode code) const;
 
@@ -52,6 +53,8 @@ private:
     bool isPlain = true;
     List headers{nullptr, &curl_slist_free_all};
     List connectTo{nullptr, &curl_slist_free_all};
+    /// libcurl's address, with the target or without.
+    std::string urlSet;
     /// What the route was set for.
     std::string host;
     std::uint16_t port = 0;

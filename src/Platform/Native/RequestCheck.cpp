@@ -12,11 +12,16 @@ constexpr std::array<std::string_view, 4> methods = {"GET", "POST", "PUT", "DELE
 
 /// Whether @p name is a token as a header's name must be (RFC 9110, 5.6.2).
 bool isToken(std::string_view name) {
-    constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
-    return !name.empty() && std::all_of(name.begin(), name.end(), [&](char one) {
-        return (one >= '0' && one <= '9') || (one >= 'A' && one <= 'Z') || (one >= 'a' && one <= 'z') ||
-               marks.find(one) != std::string_view::npos;
-    });
+    static constexpr std::array<bool, 256> mayStand = [] {
+        std::array<bool, 256> result{};
+        for (const char one :
+             std::string_view("!#$%&'*+-.^_`|~0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz")) {
+            result[static_cast<unsigned char>(one)] = true;
+        }
+        return result;
+    }();
+    return !name.empty() &&
+           std::all_of(name.begin(), name.end(), [](char one) { return mayStand[static_cast<unsigned char>(one)]; });
 }
 
 TransportError invalid(std::string message) {
