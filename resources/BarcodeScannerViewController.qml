@@ -6,9 +6,17 @@ FocusScope {
 
     readonly property bool isWide: width > height
     readonly property real margin: 24
-    // Beside the frame, or above and below it, there is room for a line of text and a button.
-    readonly property real longestFrame: isWide ? Math.min(height - 2 * margin, width - 2 * 160)
-                                                : Math.min(width - 2 * margin, height - 2 * 112)
+    // Beside the frame, or above and below it, there is room for some text and a button.
+    readonly property real roomBeside: Math.max(160, cancel.width + 2 * margin)
+    readonly property real roomAbove: Math.max(112, hint.implicitHeight + 2 * margin, cancel.height + 2 * margin)
+    readonly property real longestFrame: isWide ? Math.min(height - 2 * margin, width - 2 * roomBeside)
+                                                : Math.min(width - 2 * margin, height - 2 * roomAbove)
+    readonly property real pixelRatio: Screen.devicePixelRatio
+
+    // On a whole pixel of the device.
+    function sharp(length) {
+        return Math.round(length * pixelRatio) / pixelRatio
+    }
 
     width: 360
     height: 640
@@ -53,10 +61,10 @@ FocusScope {
         id: frame
         objectName: "scannerFrameView"
 
-        width: Math.round(Math.max(0, Math.min(frameWidth.constant, screen.longestFrame)))
+        width: screen.sharp(Math.max(0, Math.min(frameWidth.constant, screen.longestFrame)))
         height: width
-        x: Math.round((screen.width - width) / 2)
-        y: Math.round((screen.height - height) / 2)
+        x: screen.sharp((screen.width - width) / 2)
+        y: screen.sharp((screen.height - height) / 2)
         color: "transparent"
     }
 
@@ -67,7 +75,7 @@ FocusScope {
         property real sweep: 0.5
 
         x: frame.x + 12
-        y: Math.round(frame.y + frame.height * sweep - height / 2)
+        y: screen.sharp(frame.y + frame.height * sweep - height / 2)
         width: frame.width - 24
         height: 2
         color: "#ff453a"
@@ -88,17 +96,17 @@ FocusScope {
         objectName: "hintLabel"
 
         x: screen.isWide ? frame.x + frame.width + screen.margin : screen.margin
-        y: screen.isWide ? Math.round((screen.height - height) / 2) : frame.y - height - screen.margin
+        y: screen.sharp(screen.isWide ? (screen.height - height) / 2 : frame.y - height - screen.margin)
         width: screen.isWide ? screen.width - x - screen.margin : screen.width - 2 * screen.margin
         horizontalAlignment: screen.isWide ? Text.AlignLeft : Text.AlignHCenter
-        wrapMode: Text.WordWrap
+        wrapMode: Text.Wrap
         color: "white"
-        font.pixelSize: 17
+        renderType: Text.NativeRendering
         text: screen.state === "found" ? qsTr("Barcode found")
             : screen.state === "failed" ? qsTr("The camera cannot be used")
             : qsTr("Point the camera at a barcode")
 
-        Accessible.role: Accessible.StaticText
+        Accessible.role: screen.state === "failed" ? Accessible.AlertMessage : Accessible.StaticText
         Accessible.name: text
     }
 
@@ -106,10 +114,14 @@ FocusScope {
         id: cancel
         objectName: "cancelControl"
 
-        x: Math.round(screen.isWide ? (frame.x - width) / 2 : (screen.width - width) / 2)
-        y: Math.round(screen.isWide ? (screen.height - height) / 2
-                                    : (frame.y + frame.height + screen.height - height) / 2)
+        x: screen.sharp(screen.isWide ? (frame.x - width) / 2 : (screen.width - width) / 2)
+        y: screen.sharp(screen.isWide ? (screen.height - height) / 2
+                                      : (frame.y + frame.height + screen.height - height) / 2)
         focus: true
         text: qsTr("Cancel")
+
+        // It is the only one.
+        KeyNavigation.tab: cancel
+        KeyNavigation.backtab: cancel
     }
 }

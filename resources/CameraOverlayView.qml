@@ -7,11 +7,25 @@ FocusScope {
     readonly property bool isWide: width > height
     readonly property real margin: 24
     // The controls stand in a bar, where the thumb is: below, or at the right of a wide screen.
-    readonly property real barLength: isWide ? 136 : 124
+    readonly property real barLength: isWide ? Math.max(136, cancel.width + 40) : 124
     // Above the framing image there is room for the bubble of a level, below it for a line of text.
     readonly property real bubbleRoom: 44
-    readonly property real labelRoom: 62
+    readonly property real labelRoom: tilt.height + 28
     readonly property bool isFailed: state === "failed"
+    // Told by a level.
+    property bool isLevel: false
+    readonly property real pixelRatio: Screen.devicePixelRatio
+
+    // On a whole pixel of the device.
+    function sharp(length) {
+        return Math.round(length * pixelRatio) / pixelRatio
+    }
+
+    // As much of a length as lets the bubble, when it rests in the middle, lie on whole pixels.
+    function aroundBubble(length) {
+        const bubble = 40
+        return Math.max(0, bubble + 2 * Math.floor((length - bubble) / 2 * pixelRatio) / pixelRatio)
+    }
 
     // What is left for the framing image, which keeps the proportions of its drawing.
     readonly property real roomWidth: Math.max(0, width - 2 * margin - (isWide ? barLength : 0))
@@ -41,10 +55,10 @@ FocusScope {
         id: framing
         objectName: "imageOverlay"
 
-        width: Math.floor(Math.min(overlay.roomWidth, overlay.roomHeight * overlay.proportion, overlay.longest))
-        height: Math.floor(width / overlay.proportion)
-        x: Math.round(overlay.margin + (overlay.roomWidth - width) / 2)
-        y: Math.round(overlay.bubbleRoom + (overlay.roomHeight - height) / 2)
+        width: overlay.aroundBubble(Math.min(overlay.roomWidth, overlay.roomHeight * overlay.proportion, overlay.longest))
+        height: overlay.aroundBubble(width / overlay.proportion)
+        x: overlay.sharp(overlay.margin + (overlay.roomWidth - width) / 2)
+        y: overlay.sharp(overlay.bubbleRoom + (overlay.roomHeight - height) / 2)
         opacity: overlay.isFailed ? 0 : 1
     }
 
@@ -54,10 +68,10 @@ FocusScope {
 
         property alias text: tiltText.text
 
-        x: Math.round(overlay.margin + (overlay.roomWidth - width) / 2)
+        x: overlay.sharp(overlay.margin + (overlay.roomWidth - width) / 2)
         y: framing.y + framing.height + 14
         width: Math.min(tiltText.implicitWidth + 28, overlay.roomWidth)
-        height: 34
+        height: Math.max(34, tiltText.implicitHeight + 14)
         radius: height / 2
         color: "#99000000"
         opacity: overlay.isFailed ? 0 : 1
@@ -72,9 +86,8 @@ FocusScope {
             width: Math.min(implicitWidth, parent.width - 20)
             elide: Text.ElideRight
             color: "white"
-            font.pixelSize: 16
             renderType: Text.NativeRendering
-            text: qsTr("Hold the phone level")
+            text: overlay.isLevel ? qsTr("The phone is level") : qsTr("Hold the phone level")
             Accessible.ignored: true
         }
     }
@@ -100,7 +113,6 @@ FocusScope {
             verticalAlignment: Text.AlignVCenter
             wrapMode: Text.WordWrap
             color: "white"
-            font.pixelSize: 17
             renderType: Text.NativeRendering
             text: qsTr("The camera cannot be used")
             Accessible.ignored: true
@@ -111,10 +123,11 @@ FocusScope {
         id: shutter
         objectName: "cameraButton"
 
-        x: Math.round(bar.x + (bar.width - width) / 2)
-        y: Math.round(bar.y + (bar.height - height) / 2)
+        x: overlay.sharp(bar.x + (bar.width - width) / 2)
+        y: overlay.sharp(bar.y + (bar.height - height) / 2)
         focus: true
         text: qsTr("Take photo")
+        description: tilt.visible ? tilt.text : ""
 
         KeyNavigation.tab: flash
         KeyNavigation.backtab: cancel
@@ -124,8 +137,8 @@ FocusScope {
         id: flash
         objectName: "flashButton"
 
-        x: Math.round(overlay.isWide ? bar.x + (bar.width - width) / 2 : bar.width - overlay.margin - (cancel.width + width) / 2)
-        y: Math.round(overlay.isWide ? overlay.margin : bar.y + (bar.height - height) / 2)
+        x: overlay.sharp(overlay.isWide ? bar.x + (bar.width - width) / 2 : bar.width - overlay.margin - (cancel.width + width) / 2)
+        y: overlay.sharp(overlay.isWide ? overlay.margin : bar.y + (bar.height - height) / 2)
         text: qsTr("Flash")
 
         KeyNavigation.tab: cancel
@@ -136,8 +149,10 @@ FocusScope {
         id: cancel
         objectName: "cancelButton"
 
-        x: Math.round(overlay.isWide ? bar.x + (bar.width - width) / 2 : overlay.margin)
-        y: Math.round(overlay.isWide ? bar.height - overlay.margin - height : bar.y + (bar.height - height) / 2)
+        // Beside the shutter of a narrow screen there is not more room.
+        width: overlay.isWide ? implicitWidth : Math.min(implicitWidth, (overlay.width - shutter.width) / 2 - overlay.margin - 12)
+        x: overlay.sharp(overlay.isWide ? bar.x + (bar.width - width) / 2 : overlay.margin)
+        y: overlay.sharp(overlay.isWide ? bar.height - overlay.margin - height : bar.y + (bar.height - height) / 2)
         text: qsTr("Cancel")
 
         KeyNavigation.tab: shutter

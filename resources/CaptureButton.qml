@@ -1,11 +1,11 @@
 import QtQuick
 
-// A button with a text.
+// A button with a text in the user's own size of letters.
 CaptureControl {
     id: button
 
-    implicitWidth: Math.max(88, label.implicitWidth + 40)
-    implicitHeight: 48
+    implicitWidth: Math.min(180, Math.max(88, label.implicitWidth + 40))
+    implicitHeight: Math.max(48, label.implicitHeight + 24)
 
     Rectangle {
         anchors.fill: parent
@@ -18,9 +18,10 @@ CaptureControl {
     Text {
         id: label
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, button.width - 16)
+        elide: Text.ElideRight
         text: button.text
         color: "white"
-        font.pixelSize: 17
         renderType: Text.NativeRendering
         font.weight: Font.Medium
         Accessible.ignored: true

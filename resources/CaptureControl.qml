@@ -6,6 +6,8 @@ Item {
     id: control
 
     property string text
+    // What those who do not see it should know beside its name.
+    property string description
     readonly property bool isPressed: touch.pressed
     signal tapped
 
@@ -26,6 +28,7 @@ Item {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.description: description
     Accessible.focusable: true
     Accessible.onPressAction: tap()
 

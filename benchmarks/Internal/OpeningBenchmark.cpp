@@ -1,4 +1,3 @@
-#include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <functional>
@@ -9,6 +8,7 @@
 #include "Facade/Quorvane.h"
 #include "Internal/Views/Capture.h"
 #include "Tasks/QVQuestion.h"
+#include "benchmarks/Internal/Display.h"
 #include "testing/InstalledPlatform.h"
 #include "testing/SimulatedAccelerometer.h"
 #include "testing/SimulatedCamera.h"
@@ -18,51 +18,81 @@ namespace {
 
 constexpr QSize size{360, 640};
 
-/// On the display that there is; where there is none, where nobody sees it.
-QGuiApplication& application() {
-    static char name[] = "quorvane_benchmarks";
-    static char* arguments[] = {name, nullptr};
-    static int count = 1;
-    if (!qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qputenv("QT_QUICK_BACKEND", "software");
-    }
-    // Left to the end of the process: by the time that statics are destroyed, Qt's own are gone.
-    static auto& gui = *new QGuiApplication(count, arguments);
-    return gui;
-}
-
-/// Runs events until @p window has drawn a frame.
-void awaitFirstFrame(QQuickWindow& window) {
+/// Runs events until @p window has drawn what it shows now.
+void awaitFrame(QQuickWindow& window) {
+    bool isSynchronized = false;
     bool isDrawn = false;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&isDrawn] { isDrawn = true; });
+    QObject frames;
+    // On the thread that draws: the main thread is not asked for what a frame shows that was begun before.
+    QObject::connect(
+        &window, &QQuickWindow::afterSynchronizing, &frames, [&] { isSynchronized = true; }, Qt::DirectConnection);
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &frames, [&] { isDrawn = isSynchronized; });
+    window.update();
     while (!isDrawn) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    window.disconnect();
 }
 
-/// Opens windows and closes them; what is measured ends with the first frame that is drawn.
-void measureOpening(benchmark::State& state, const std::function<void(QQuickWindow&)>& fill,
-                    const std::function<void()>& empty) {
+/// Shows a screen over a window, and takes it away again.
+struct Opened {
+    std::function<void(QQuickWindow&)> show = [](QQuickWindow&) {};
+    std::function<void()> close = [] {};
+};
+
+std::unique_ptr<QQuickWindow> newWindow() {
+    auto window = std::make_unique<QQuickWindow>();
+    window->resize(size);
+    return window;
+}
+
+void deleteWhatIsLeft() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+/// A window is opened with the screen in it; what is measured ends with the first frame that is drawn.
+void measureInNewWindow(benchmark::State& state, const Opened& screen) {
     std::unique_ptr<QQuickWindow> window;
     const auto open = [&] {
-        window = std::make_unique<QQuickWindow>();
-        window->resize(size);
-        fill(*window);
+        window = newWindow();
+        screen.show(*window);
         window->show();
-        awaitFirstFrame(*window);
+        awaitFrame(*window);
     };
     const auto close = [&] {
-        empty();
+        screen.close();
         window.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteWhatIsLeft();
     };
     // Warms the engine.
     open();
     close();
     for ([[maybe_unused]] const auto iteration : state) {
         open();
+        state.PauseTiming();
+        close();
+        state.ResumeTiming();
+    }
+}
+
+/// The screen is shown in a host's window that is open.
+void measureInOpenWindow(benchmark::State& state, const Opened& screen) {
+    const std::unique_ptr<QQuickWindow> window = newWindow();
+    window->show();
+    awaitFrame(*window);
+    const auto show = [&] {
+        screen.show(*window);
+        awaitFrame(*window);
+    };
+    const auto close = [&] {
+        screen.close();
+        deleteWhatIsLeft();
+        awaitFrame(*window);
+    };
+    // Warms the engine and the window.
+    show();
+    close();
+    for ([[maybe_unused]] const auto iteration : state) {
+        show();
         state.PauseTiming();
         close();
         state.ResumeTiming();
@@ -80,7 +110,7 @@ public:
         question->photoCaptureOptions->photoOverlayType = QVPhotoOverlayType::circle_square;
     }
 
-    QGuiApplication& gui = application();
+    QGuiApplication& gui = displayApplication();
     testing::InstalledPlatform platform;
     const std::shared_ptr<testing::SimulatedCameras> cameras =
         std::make_shared<testing::SimulatedCameras>(platform->mainQueue());
@@ -89,44 +119,47 @@ public:
     const std::shared_ptr<QVQuestion> question = std::make_shared<QVQuestion>();
 };
 
-void openEmptyWindow(benchmark::State& state) {
-    const Screens screens;
-    measureOpening(
-        state, [](QQuickWindow&) {}, [] {});
+Opened nothing(const Screens& /*screens*/) {
+    return {};
 }
-BENCHMARK(openEmptyWindow)
-    ->Name("open a screen to its first frame/an empty window")
-    ->UseRealTime()
-    ->Unit(benchmark::kMillisecond);
 
-void openPhotoScreen(benchmark::State& state) {
-    const Screens screens;
-    std::shared_ptr<platform::ImagePicker> picker;
-    measureOpening(
-        state,
-        [&](QQuickWindow& window) {
-            picker = Quorvane::createImagePicker(screens.question);
-            capture::present(*picker, window, false);
-        },
-        [&] { picker = nullptr; });
+Opened photoScreen(const Screens& screens) {
+    const auto picker = std::make_shared<std::shared_ptr<platform::ImagePicker>>();
+    return {[&screens, picker](QQuickWindow& window) {
+                *picker = Quorvane::createImagePicker(screens.question);
+                capture::present(**picker, window, false);
+            },
+            [picker] { *picker = nullptr; }};
 }
-BENCHMARK(openPhotoScreen)
-    ->Name("open a screen to its first frame/photo")
-    ->UseRealTime()
-    ->Unit(benchmark::kMillisecond);
 
-void openScanner(benchmark::State& state) {
-    const Screens screens;
-    std::shared_ptr<BarcodeScannerViewControllerType> scanner;
-    measureOpening(
-        state,
-        [&](QQuickWindow& window) {
-            scanner = Quorvane::createBarcodeScanner();
-            capture::present(*scanner, window, false);
-        },
-        [&] { scanner = nullptr; });
+Opened scannerScreen(const Screens& /*screens*/) {
+    const auto scanner = std::make_shared<std::shared_ptr<BarcodeScannerViewControllerType>>();
+    return {[scanner](QQuickWindow& window) {
+                *scanner = Quorvane::createBarcodeScanner();
+                capture::present(**scanner, window, false);
+            },
+            [scanner] { *scanner = nullptr; }};
 }
-BENCHMARK(openScanner)->Name("open a screen to its first frame/scanner")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+using Measure = void (*)(benchmark::State&, const Opened&);
+
+void open(benchmark::State& state, Measure measure, Opened (*screen)(const Screens&)) {
+    const Screens screens;
+    measure(state, screen(screens));
+}
+
+const bool isRegistered = [] {
+    const auto add = [](const char* name, Measure measure, Opened (*screen)(const Screens&)) {
+        benchmark::RegisterBenchmark(name, &open, measure, screen)->UseRealTime()->Unit(benchmark::kMillisecond);
+    };
+    add("open a screen to its first frame, in a new window/an empty window", &measureInNewWindow, &nothing);
+    add("open a screen to its first frame, in a new window/photo", &measureInNewWindow, &photoScreen);
+    add("open a screen to its first frame, in a new window/scanner", &measureInNewWindow, &scannerScreen);
+    add("open a screen to its first frame, in an open window/a new empty window", &measureInNewWindow, &nothing);
+    add("open a screen to its first frame, in an open window/photo", &measureInOpenWindow, &photoScreen);
+    add("open a screen to its first frame, in an open window/scanner", &measureInOpenWindow, &scannerScreen);
+    return true;
+}();
 
 } // namespace
 } // namespace quorvane

@@ -1,9 +1,12 @@
 #include "Internal/Views/Capture.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <utility>
 
 #include "Internal/Views/CaptureScreens.h"
 #include "Internal/Views/ViewController.h"
+#include "Platform/Platform.h"
 #include "Platform/Precondition.h"
 
 namespace quorvane::capture {
@@ -16,9 +19,17 @@ ViewController& controllerOf(Screen& screen) {
     return *controller;
 }
 
+/// What the screens are made of may not outlive the toolkit.
+void leaveWithToolkit() {
+    platform::install(nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 } // namespace
 
 void install(Devices devices) {
+    qRemovePostRoutine(&leaveWithToolkit);
+    qAddPostRoutine(&leaveWithToolkit);
     platform::setCaptureUI(std::make_shared<CaptureScreens>(std::move(devices)));
 }
 

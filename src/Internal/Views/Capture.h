@@ -29,11 +29,14 @@ struct Devices {
     std::shared_ptr<platform::SystemSound> sounds;
 };
 
-/// Sets the maker of the camera screens for the platform in use; to be called after each `platform::install`.
+/// Sets the maker of the camera screens for the platform in use; to be called after each `platform::install`. Where the
+/// GUI application ends first, the platform is taken out of use with it: `platform::install(nullptr)`. Screens that are
+/// still there then leave, and so they do whenever a platform is.
 void install(Devices devices = {});
 
 /// Shows a screen: all over @p window, or all over @p item, whose size it follows, or in a window of its own. A screen
-/// that is shown stays where it is. Screens that are not this library's are a fatal error.
+/// that is shown stays where it is. The items beside it are disabled meanwhile; one that the host enables or disables
+/// itself then is left to the host. Screens that are not this library's are a fatal error.
 void present(BarcodeScannerViewControllerType& screen, QQuickWindow& window, bool animated = true);
 void present(BarcodeScannerViewControllerType& screen, QQuickItem& item, bool animated = true);
 void present(BarcodeScannerViewControllerType& screen, bool animated = true);

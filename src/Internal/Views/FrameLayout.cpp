@@ -7,7 +7,7 @@ using platform::VideoFrame;
 using Format = VideoFrame::Format;
 
 int half(int length) {
-    return (length + 1) / 2;
+    return length / 2 + length % 2;
 }
 
 } // namespace
@@ -39,17 +39,16 @@ std::size_t rowCount(const VideoFrame& frame, std::size_t plane) {
     return static_cast<std::size_t>(isHalved ? half(frame.height) : frame.height);
 }
 
-bool isWhole(const VideoFrame& frame) {
+bool isPlaneWhole(const VideoFrame& frame, std::size_t plane) {
     if (frame.width < 1 || frame.height < 1) {
         return false;
     }
-    for (std::size_t plane = 0; plane < frame.planes.size(); ++plane) {
-        const std::size_t needed = rowBytes(frame, plane);
-        if (needed > 0 && (frame.planes[plane].data == nullptr || frame.planes[plane].bytesPerLine < needed)) {
-            return false;
-        }
-    }
-    return true;
+    const std::size_t needed = rowBytes(frame, plane);
+    return needed == 0 || (frame.planes[plane].data != nullptr && frame.planes[plane].bytesPerLine >= needed);
+}
+
+bool isWhole(const VideoFrame& frame) {
+    return isPlaneWhole(frame, 0) && isPlaneWhole(frame, 1) && isPlaneWhole(frame, 2);
 }
 
 } // namespace quorvane::capture

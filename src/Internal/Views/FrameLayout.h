@@ -12,7 +12,10 @@ namespace quorvane::capture {
 /// Rows that a plane of the format has.
 [[nodiscard]] std::size_t rowCount(const platform::VideoFrame& frame, std::size_t plane);
 
-/// Whether the frame has pixels and each plane that they need, with rows that are long enough.
+/// Whether the frame has pixels, and the plane with rows that are long enough for them if the format has it.
+[[nodiscard]] bool isPlaneWhole(const platform::VideoFrame& frame, std::size_t plane);
+
+/// The same of every plane.
 [[nodiscard]] bool isWhole(const platform::VideoFrame& frame);
 
 } // namespace quorvane::capture

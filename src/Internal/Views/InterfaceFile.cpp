@@ -45,10 +45,12 @@ std::optional<InterfaceFile> InterfaceFile::named(const std::string& name) {
 }
 
 ItemPointer<QQuickItem> InterfaceFile::instantiate() const {
-    auto* const root = qobject_cast<QQuickItem*>(component->create());
-    QV_PRECONDITION(root != nullptr, "an interface file must hold an item");
-    QQmlEngine::setObjectOwnership(root, QQmlEngine::CppOwnership);
-    return ItemPointer<QQuickItem>(root);
+    std::unique_ptr<QObject> root(component->create());
+    if (qobject_cast<QQuickItem*>(root.get()) == nullptr) {
+        return nullptr;
+    }
+    QQmlEngine::setObjectOwnership(root.get(), QQmlEngine::CppOwnership);
+    return ItemPointer<QQuickItem>(static_cast<QQuickItem*>(root.release()));
 }
 
 QObject& connectionNamed(QQuickItem& root, const char* name, const QMetaObject& kind) {

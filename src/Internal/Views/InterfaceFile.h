@@ -22,7 +22,7 @@ public:
     /// None when the bundle has no file of that name. A file that does not compile is a fatal error.
     [[nodiscard]] static std::optional<InterfaceFile> named(const std::string& name);
 
-    /// A new tree of items.
+    /// A new tree of items; null when the file's outermost object is no item.
     [[nodiscard]] ItemPointer<QQuickItem> instantiate() const;
 
 private:

@@ -1,6 +1,7 @@
 #include "Internal/Views/RootView.h"
 
 #include <QHoverEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTouchEvent>
 #include <QWheelEvent>
@@ -55,6 +56,10 @@ void RootView::wheelEvent(QWheelEvent* event) {
 
 void RootView::hoverMoveEvent(QHoverEvent* event) {
     event->accept();
+}
+
+void RootView::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab);
 }
 
 } // namespace quorvane::capture

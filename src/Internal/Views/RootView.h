@@ -5,7 +5,8 @@
 
 namespace quorvane::capture {
 
-/// The outermost item of a screen. Events that nothing on the screen wants end here: what lies behind gets none.
+/// The outermost item of a screen. Events that nothing on the screen wants end here: what lies behind gets none, and
+/// the tabulator does not leave.
 class RootView final : public QQuickItem {
 public:
     /// Called when its size has changed, and soon after `setNeedsLayout`.
@@ -25,6 +26,7 @@ protected:
     void touchEvent(QTouchEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void hoverMoveEvent(QHoverEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 } // namespace quorvane::capture

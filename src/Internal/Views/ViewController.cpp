@@ -1,27 +1,55 @@
 #include "Internal/Views/ViewController.h"
 
 #include <QPropertyAnimation>
+#include <algorithm>
 #include <utility>
 
 #include "Internal/Views/OwnWindow.h"
+#include "Platform/Precondition.h"
+#include "Platform/Registry.h"
 
 namespace quorvane::capture {
+namespace {
+
+/// The screens that are there. They leave before the platform that they work on goes.
+struct Screens {
+    Screens() = default;
+    Screens(const Screens&) = delete;
+    Screens& operator=(const Screens&) = delete;
+    ~Screens() {
+        while (!all->empty()) {
+            ViewController* const last = all->back();
+            all->pop_back();
+            last->leave();
+        }
+    }
+
+    const std::shared_ptr<std::vector<ViewController*>> all = std::make_shared<std::vector<ViewController*>>();
+};
+
+} // namespace
 
 void ViewController::HideWindow::operator()(QQuickWindow* window) const {
     window->hide();
     window->deleteLater();
 }
 
-ViewController::ViewController(std::optional<InterfaceFile> theFile) : file(std::move(theFile)) {}
+ViewController::ViewController(std::optional<InterfaceFile> theFile)
+    : screens(platform::shared<Screens>().all), file(std::move(theFile)) {
+    screens.lock()->push_back(this);
+}
 
 ViewController::~ViewController() {
+    if (const auto all = screens.lock()) {
+        all->erase(std::remove(all->begin(), all->end(), this), all->end());
+    }
     if (root) {
         root->layout = nullptr;
         root->removed = nullptr;
     }
     delete transition.data();
-    enableWhatLiesBehind();
     if (shown) {
+        enableWhatLiesBehind();
         giveFocusBack();
     }
 }
@@ -41,6 +69,7 @@ void ViewController::loadView() {
     }
     if (file) {
         items = file->instantiate();
+        QV_PRECONDITION(items != nullptr, "a screen's interface file must hold an item");
         if (parent) {
             items->setSize(root->size());
         } else {
@@ -83,10 +112,10 @@ void ViewController::present(QQuickItem& item, bool animated) {
     parent = &item;
     presented = true;
     shown = true;
-    const int showing = ++showings;
+    const int mine = ++showings;
     loadView();
     viewWillAppear();
-    if (showing != showings) {
+    if (mine != showings) {
         // The host has dismissed the screen and presented it anew meanwhile.
         return;
     }
@@ -152,14 +181,35 @@ void ViewController::disableWhatLiesBehind() {
     for (QQuickItem* const sibling : parent->childItems()) {
         if (sibling != root.get() && sibling->isEnabled()) {
             sibling->setEnabled(false);
-            disabled.emplace_back(sibling);
+            disable(*sibling);
         }
     }
 }
 
+void ViewController::disable(QQuickItem& item) {
+    disabled.emplace_back(&item);
+    QObject::connect(&item, &QQuickItem::enabledChanged, root.get(), [this, changed = &item] {
+        disabled.erase(std::remove(disabled.begin(), disabled.end(), changed), disabled.end());
+    });
+}
+
 void ViewController::enableWhatLiesBehind() {
+    ViewController* above = nullptr;
+    if (const auto all = screens.lock()) {
+        const auto lies = [this](const ViewController* other) {
+            return other != this && other->shown && parent && other->parent == parent;
+        };
+        const auto found = std::find_if(all->begin(), all->end(), lies);
+        above = found == all->end() ? nullptr : *found;
+    }
     for (const QPointer<QQuickItem>& sibling : std::exchange(disabled, {})) {
-        if (sibling) {
+        if (!sibling) {
+            continue;
+        }
+        QObject::disconnect(sibling, &QQuickItem::enabledChanged, root.get(), nullptr);
+        if (above != nullptr) {
+            above->disable(*sibling);
+        } else {
             sibling->setEnabled(true);
         }
     }
@@ -202,6 +252,11 @@ void ViewController::wasRemoved() {
         return;
     }
     const std::shared_ptr<ViewController> self = shared_from_this();
+    endShowing();
+    viewDidDisappear();
+}
+
+void ViewController::endShowing() {
     shown = false;
     presented = false;
     if (transition) {
@@ -210,12 +265,22 @@ void ViewController::wasRemoved() {
     if (parent) {
         parent->disconnect(root.get());
     }
-    parent = nullptr;
     root->setVisible(false);
     enableWhatLiesBehind();
+    parent = nullptr;
     ownWindow.reset();
     giveFocusBack();
-    viewDidDisappear();
+}
+
+void ViewController::leave() {
+    if (shown) {
+        root->removed = nullptr;
+        root->setParentItem(nullptr);
+        endShowing();
+    }
+    releaseDevices();
+    items = nullptr;
+    root = nullptr;
 }
 
 } // namespace quorvane::capture

@@ -37,6 +37,8 @@ public:
     void present(bool animated);
     /// Takes the screen away. While it fades it takes no input.
     virtual void dismiss(bool animated);
+    /// Goes without a word to anyone, and lets go of its devices: the platform that they work on ends.
+    void leave();
     /// From `present` to `dismiss`.
     [[nodiscard]] bool isPresented() const { return presented; }
 
@@ -53,6 +55,9 @@ protected:
     /// Receives signals for this object, and no more once it goes; its items live a little longer.
     QObject receiver;
 
+    /// How often the screen was shown: tells one showing from another.
+    [[nodiscard]] int showing() const { return showings; }
+
     /// Lays out once more, before the next picture is drawn.
     void setNeedsLayout();
 
@@ -65,6 +70,8 @@ protected:
     virtual void viewDidLayoutSubviews() {}
     /// The screen is gone, after `dismiss` or with what it was shown in.
     virtual void viewDidDisappear() {}
+    /// The devices that the screen works with are not to be used any more.
+    virtual void releaseDevices() {}
     /// The user closes the screen's own window.
     virtual void closeRequested() { dismiss(false); }
 
@@ -77,24 +84,30 @@ private:
     bool canPresent();
     void loadView();
     void layOut();
-    /// What lies behind the screen takes no input meanwhile.
+    /// What lies behind the screen takes no input meanwhile: pointer handlers see what is accepted in front of them,
+    /// too.
     void disableWhatLiesBehind();
+    void disable(QQuickItem& item);
+    /// But for what the host has enabled or disabled since.
     void enableWhatLiesBehind();
     void fade(double from, double to);
     void fadeOut();
     void remove();
     void wasRemoved();
+    void endShowing();
     void giveFocusBack();
 
+    /// All screens that work on the platform in use, this one among them.
+    const std::weak_ptr<std::vector<ViewController*>> screens;
     const std::optional<InterfaceFile> file;
     std::unique_ptr<QQuickWindow, HideWindow> ownWindow;
     ItemPointer<RootView> root;
     ItemPointer<QQuickItem> items;
     QPointer<QQuickItem> parent;
+    /// By this screen, and as it left them.
     std::vector<QPointer<QQuickItem>> disabled;
     QPointer<QQuickItem> focusedBefore;
     QPointer<QPropertyAnimation> transition;
-    /// How often the screen was shown.
     int showings = 0;
     bool presented = false;
     /// In a scene: presented, or on its way out.

@@ -36,11 +36,11 @@ TEST_F(CameraPreviewTest, ShowsNothingBeforeTheFirstFrame) {
 TEST_F(CameraPreviewTest, AFrameFillsTheItemAndKeepsItsProportions) {
     preview->show(twoColors(400, 200));
     const QImage shown = picture();
-    EXPECT_EQ(shown.pixelColor(2, 2), Qt::red);
-    EXPECT_EQ(shown.pixelColor(2, 197), Qt::red);
-    EXPECT_EQ(shown.pixelColor(47, 100), Qt::red);
-    EXPECT_EQ(shown.pixelColor(52, 100), Qt::blue);
-    EXPECT_EQ(shown.pixelColor(97, 197), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {2, 2}), Qt::red);
+    EXPECT_EQ(colorIn(shown, {2, 197}), Qt::red);
+    EXPECT_EQ(colorIn(shown, {47, 100}), Qt::red);
+    EXPECT_EQ(colorIn(shown, {52, 100}), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {97, 197}), Qt::blue);
 }
 
 TEST_F(CameraPreviewTest, AFrameThatLiesOnItsSideIsShownUpright) {
@@ -48,8 +48,8 @@ TEST_F(CameraPreviewTest, AFrameThatLiesOnItsSideIsShownUpright) {
     frame.rotation = 90;
     preview->show(frame);
     const QImage shown = picture();
-    EXPECT_EQ(shown.pixelColor(50, 97), Qt::red);
-    EXPECT_EQ(shown.pixelColor(50, 103), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {50, 97}), Qt::red);
+    EXPECT_EQ(colorIn(shown, {50, 103}), Qt::blue);
 }
 
 TEST_F(CameraPreviewTest, TheNextFrameReplacesTheOneThatIsShownWhateverItsSize) {
@@ -71,9 +71,9 @@ TEST_F(CameraPreviewTest, FollowsTheSizeOfTheItem) {
     static_cast<void>(picture());
     preview->setSize({50, 50});
     const QImage shown = picture();
-    EXPECT_EQ(shown.pixelColor(22, 48), Qt::red);
-    EXPECT_EQ(shown.pixelColor(27, 48), Qt::blue);
-    EXPECT_EQ(shown.pixelColor(52, 25), Qt::white);
+    EXPECT_EQ(colorIn(shown, {22, 48}), Qt::red);
+    EXPECT_EQ(colorIn(shown, {27, 48}), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {52, 25}), Qt::white);
 }
 
 TEST_F(CameraPreviewTest, IsEmptyAgainAfterItWasCleared) {

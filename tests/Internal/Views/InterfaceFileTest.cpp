@@ -1,5 +1,6 @@
 #include <QQuickItem>
 
+#include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
 #include "Internal/Views/InterfaceFile.h"
 #include "Internal/Views/ScreenTest.h"
 
@@ -58,9 +59,18 @@ TEST_F(InterfaceFileDeathTest, AConnectionOfTheWrongKindIsFatal) {
     EXPECT_DEATH(connectAction(*items, "plain", [] {}), "must have a signal tapped");
 }
 
-TEST_F(InterfaceFileDeathTest, AFileThatDoesNotCompileOrHoldsNoItemIsFatal) {
+TEST_F(InterfaceFileTest, AFileThatHoldsNoItemGivesNone) {
+    EXPECT_EQ(instance("NotAnItem"), nullptr);
+}
+
+TEST_F(InterfaceFileDeathTest, AFileThatDoesNotCompileIsFatal) {
     EXPECT_DEATH(static_cast<void>(InterfaceFile::named("DoesNotCompile")), "must compile");
-    EXPECT_DEATH(static_cast<void>(instance("NotAnItem")), "must hold an item");
+}
+
+TEST_F(InterfaceFileDeathTest, AScreensFileThatHoldsNoItemIsFatal) {
+    const auto scanner =
+        std::make_shared<BarcodeScannerViewController>(InterfaceFile::named("NotAnItem").value(), devices());
+    EXPECT_DEATH(scanner->present(*window, false), "must hold an item");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "Internal/Views/OwnWindow.h"
 #include "Internal/Views/ScreenTest.h"
 #include "Internal/Views/ViewController.h"
+#include "Platform/Platform.h"
 
 namespace quorvane::capture {
 namespace {
@@ -80,10 +81,10 @@ TEST_F(PresentationTest, AScreenIsShownAllOverAnItemAndNoFurther) {
     item.setSize({100, 100});
     controller->present(item, false);
     const QImage shown = picture();
-    EXPECT_EQ(shown.pixelColor(51, 61), Qt::blue);
-    EXPECT_EQ(shown.pixelColor(148, 158), Qt::blue);
-    EXPECT_EQ(shown.pixelColor(49, 61), Qt::white);
-    EXPECT_EQ(shown.pixelColor(152, 100), Qt::white);
+    EXPECT_EQ(colorIn(shown, {51, 61}), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {148, 158}), Qt::blue);
+    EXPECT_EQ(colorIn(shown, {49, 61}), Qt::white);
+    EXPECT_EQ(colorIn(shown, {152, 100}), Qt::white);
 }
 
 TEST_F(PresentationTest, AScreenFadesInAndOutAndTakesNoInputOnItsWayOut) {
@@ -218,6 +219,66 @@ TEST_F(PresentationTest, WhatLiesBehindAScreenGetsNoTouchesAndHasItsFocusBackAft
     EXPECT_TRUE(behind->hasActiveFocus());
     tap(QPoint(20, 20));
     EXPECT_EQ(taps, 2);
+}
+
+TEST_F(PresentationTest, WhatLiesBehindAScreenStaysAsTheHostWantsIt) {
+    QQuickItem left(window->contentItem());
+    QQuickItem unused(window->contentItem());
+    QQuickItem changed(window->contentItem());
+    QQuickItem enabled(window->contentItem());
+    unused.setEnabled(false);
+    controller->present(*window, false);
+    EXPECT_FALSE(left.isEnabled());
+
+    changed.setEnabled(true);
+    changed.setEnabled(false);
+    enabled.setEnabled(true);
+    controller->dismiss(false);
+
+    EXPECT_TRUE(left.isEnabled());
+    EXPECT_FALSE(unused.isEnabled());
+    EXPECT_FALSE(changed.isEnabled());
+    EXPECT_TRUE(enabled.isEnabled());
+}
+
+TEST_F(PresentationTest, WhatLiesBehindTwoScreensIsEnabledByTheLastOfThem) {
+    QQuickItem behind(window->contentItem());
+    for (const bool isLowerFirst : {false, true}) {
+        const auto upper = std::make_shared<SomeController>(steps);
+        controller->present(*window, false);
+        upper->present(*window, false);
+        ViewController& first = isLowerFirst ? *controller : *upper;
+        ViewController& last = isLowerFirst ? *upper : *controller;
+
+        first.dismiss(false);
+        EXPECT_FALSE(behind.isEnabled());
+        last.dismiss(false);
+        EXPECT_TRUE(behind.isEnabled());
+    }
+}
+
+TEST_F(PresentationTest, TheTabulatorDoesNotLeaveAScreen) {
+    QQuickItem behind(window->contentItem());
+    behind.setActiveFocusOnTab(true);
+    controller->present(*window, false);
+    for (const int key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        press(key);
+        EXPECT_FALSE(behind.hasActiveFocus());
+        EXPECT_TRUE(controller->view().hasActiveFocus() || controller->view().isAncestorOf(window->activeFocusItem()));
+    }
+}
+
+TEST_F(PresentationTest, AScreenGoesWithoutAWordWhenThePlatformIsTakenOutOfUse) {
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+
+    platform::install(nullptr);
+
+    EXPECT_EQ(newSteps(), Steps{});
+    EXPECT_FALSE(controller->isPresented());
+    EXPECT_EQ(colorAt({100, 150}), Qt::white);
+    controller->dismiss(false);
+    EXPECT_EQ(newSteps(), Steps{});
 }
 
 } // namespace

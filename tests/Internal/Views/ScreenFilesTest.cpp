@@ -53,6 +53,10 @@ TEST_F(OverlayFilesTest, ThereIsNoOverlayOfAnUnknownFile) {
     EXPECT_EQ(load("NoSuchView"), nullptr);
 }
 
+TEST_F(OverlayFilesTest, ThereIsNoOverlayOfAFileThatHoldsNoView) {
+    EXPECT_EQ(load("NotAnItem"), nullptr);
+}
+
 TEST_F(OverlayFilesDeathTest, AMissingConnectionIsFatal) {
     EXPECT_DEATH(load("NoConnections"), "must hold each connection");
 }

@@ -32,7 +32,11 @@ QImage ScreenTest::picture() {
 }
 
 QColor ScreenTest::colorAt(QPoint point) {
-    return picture().pixelColor((QPointF(point) * window->effectiveDevicePixelRatio()).toPoint());
+    return colorIn(picture(), point);
+}
+
+QColor ScreenTest::colorIn(const QImage& shown, QPointF point) const {
+    return shown.pixelColor((point * window->effectiveDevicePixelRatio()).toPoint());
 }
 
 void ScreenTest::tap(QQuickItem& item) {

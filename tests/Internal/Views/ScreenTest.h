@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFont>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPointingDevice>
 #include <QQuickItem>
@@ -34,6 +36,22 @@ public:
     }
 };
 
+/// A user who wants texts twice as large, as long as it lives.
+class LargeFont {
+public:
+    LargeFont() {
+        QFont large = usual;
+        large.setPointSizeF(2 * usual.pointSizeF());
+        QGuiApplication::setFont(large);
+    }
+    LargeFont(const LargeFont&) = delete;
+    LargeFont& operator=(const LargeFont&) = delete;
+    ~LargeFont() { QGuiApplication::setFont(usual); }
+
+private:
+    const QFont usual = QGuiApplication::font();
+};
+
 /// A test with a window of the host on a screen that nobody sees, on a virtual clock; animations have a clock of their
 /// own.
 class ScreenTest : public ::testing::Test {
@@ -50,6 +68,8 @@ protected:
     /// What the window shows, in device pixels.
     [[nodiscard]] QImage picture();
     [[nodiscard]] QColor colorAt(QPoint point);
+    /// The same of a picture that was taken of it.
+    [[nodiscard]] QColor colorIn(const QImage& shown, QPointF point) const;
 
     /// A finger on the middle of an item.
     void tap(QQuickItem& item);

@@ -61,14 +61,14 @@ void BarcodeScannerViewController::viewDidLoad() {
 }
 
 void BarcodeScannerViewController::viewWillAppear() {
-    const int mine = ++presentation;
+    const int mine = showing();
     delete turningGreen.data();
     scanlineView->setProperty("color", scanlineColor);
     showState("scanning");
     scannerView->clear();
     scannerView->setup();
     // A host that hears of a failure may have dismissed the screen, or shown it anew.
-    if (mine == presentation && isPresented()) {
+    if (mine == showing() && isPresented()) {
         scannerView->start();
     }
 }
@@ -91,6 +91,10 @@ QRectF BarcodeScannerViewController::frameInContainer() const {
 
 void BarcodeScannerViewController::viewDidDisappear() {
     // The camera is free for others while the screen is away.
+    scannerView->tearDown();
+}
+
+void BarcodeScannerViewController::releaseDevices() {
     scannerView->tearDown();
 }
 
@@ -117,10 +121,10 @@ void BarcodeScannerViewController::scanningSucceeded(const std::string& code) {
     turningGreen->setDuration(greenMilliseconds);
     turningGreen->setEndValue(QColor(Qt::green));
     turningGreen->start(QAbstractAnimation::DeleteWhenStopped);
-    platform::current().mainQueue().postAfter(successDelay, lifetime.guard([this, code, scanned = presentation] {
+    platform::current().mainQueue().postAfter(successDelay, lifetime.guard([this, code, scanned = showing()] {
         const std::shared_ptr<ViewController> self = shared_from_this();
         // A showing that began since then is another scan's.
-        if (scanned == presentation) {
+        if (scanned == showing()) {
             dismiss(true);
         }
         if (const auto host = delegate.lock()) {
@@ -134,10 +138,10 @@ void BarcodeScannerViewController::cancelTapped() {
     if (scannerView->captureSession) {
         scannerView->captureSession->stopRunning();
     }
-    const int cancelled = presentation;
+    const int cancelled = showing();
     scanningDidStop();
     // A showing that the host began in that call is another one.
-    if (cancelled == presentation) {
+    if (cancelled == showing()) {
         dismiss(true);
     }
 }

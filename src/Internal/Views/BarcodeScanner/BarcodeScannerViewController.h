@@ -51,6 +51,7 @@ protected:
     void viewWillLayoutSubviews() override;
     void viewDidLayoutSubviews() override;
     void viewDidDisappear() override;
+    void releaseDevices() override;
     void closeRequested() override { cancelTapped(); }
 
 private:
@@ -69,8 +70,6 @@ private:
     QObject* scannerFrameWidth = nullptr;
     QVariant scanlineColor;
     QPointer<QPropertyAnimation> turningGreen;
-    /// Counts the showings of the screen.
-    int presentation = 0;
     platform::Lifetime lifetime;
 };
 

@@ -115,11 +115,6 @@ void CodeSearch::readInverted() {
     finder.findMatrices(copy, found);
 }
 
-void CodeSearch::readStronger() {
-    makeStronger(middle, copy);
-    readCopy();
-}
-
 /// Few rows, each the average of those that it stands for.
 void CodeSearch::readSmoothed() {
     makeSmoothRows(middle, 5, copy);

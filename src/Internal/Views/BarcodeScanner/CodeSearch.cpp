@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <tuple>
+#include <utility>
 
 #include "Internal/Views/BarcodeScanner/PictureCopies.h"
 
@@ -96,14 +97,17 @@ void CodeSearch::searchChanged() {
     double rest = std::max(0.12 * size, 0.9 * usualPixels - 0.8 * size);
     for (std::size_t tried = 0; tried < attempts().size() && rest > 0.02 * usualPixels; ++tried) {
         const Attempt& attempt = attempts()[next];
+        const double before = std::exchange(repeatedPixels, 0);
+        const double pixels = before > 0 ? before : std::min(mostMiddlePixels, rest / attempt.cost);
         if (attempt.isForWhole) {
             rest -= attempt.cost * size;
         } else {
-            cropMiddle(std::min(mostMiddlePixels, rest / attempt.cost));
+            cropMiddle(pixels);
             rest -= attempt.cost * static_cast<double>(middle.count());
         }
         (this->*attempt.run)();
         if (!found.empty()) {
+            repeatedPixels = pixels;
             return;
         }
         next = (next + 1) % attempts().size();

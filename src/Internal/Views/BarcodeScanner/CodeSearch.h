@@ -11,7 +11,7 @@ namespace quorvane::capture {
 /// Searches the pictures of one stream for codes. Each picture is searched as it is and at half its size; if that finds
 /// nothing, along slanted lines; if nothing still, as changed copies of it or of its middle, which take turns from
 /// picture to picture so that none costs much more than another. The copy that showed a code is the first to be tried
-/// next.
+/// next, of as much of the picture: what is read once is read again where the next picture shows the same.
 class CodeSearch {
 public:
     explicit CodeSearch(const std::vector<platform::BarcodeType>& types) : finder(types) {}
@@ -53,7 +53,6 @@ private:
     void readWindows();
     void readInverted();
     void readInvertedBars();
-    void readStronger();
     void readSmoothed();
     void readBordered();
     void readBullseyes();
@@ -67,6 +66,8 @@ private:
     Sightings found;
     /// Whose turn it is.
     std::size_t next = 0;
+    /// How much of the middle it saw when it showed a code in the picture before; 0: it did not.
+    double repeatedPixels = 0;
 };
 
 } // namespace quorvane::capture

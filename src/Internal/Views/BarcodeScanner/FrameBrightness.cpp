@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "Internal/Views/FrameLayout.h"
+
 namespace quorvane::capture {
 namespace {
 
@@ -25,22 +27,20 @@ struct Layout {
     std::size_t offset = 0;
     bool isColoured = false;
     bool isBlueFirst = false;
-    /// Two pixels share bytes.
-    bool isPaired = false;
 };
 
 Layout layoutOf(Format format) {
     switch (format) {
         case Format::rgb24:
-            return {3, 0, true, false, false};
+            return {3, 0, true, false};
         case Format::rgbx32:
-            return {4, 0, true, false, false};
+            return {4, 0, true, false};
         case Format::bgrx32:
-            return {4, 0, true, true, false};
+            return {4, 0, true, true};
         case Format::yuyv:
-            return {2, 0, false, false, true};
+            return {2, 0, false, false};
         case Format::uyvy:
-            return {2, 1, false, false, true};
+            return {2, 1, false, false};
         case Format::gray8:
         case Format::nv12:
         case Format::yuv420p:
@@ -53,16 +53,9 @@ Layout layoutOf(Format format) {
 constexpr int longestSide = 32768;
 constexpr std::int64_t mostPixels = std::int64_t{1} << 27;
 
-bool isReadable(const platform::VideoFrame& frame, const Layout& layout) {
-    if (frame.width <= 0 || frame.height <= 0 || frame.width > longestSide || frame.height > longestSide ||
-        std::int64_t{frame.width} * frame.height > mostPixels) {
-        return false;
-    }
-    auto pixels = static_cast<std::size_t>(frame.width);
-    if (layout.isPaired) {
-        pixels += pixels % 2;
-    }
-    return frame.planes[0].data != nullptr && frame.planes[0].bytesPerLine >= pixels * layout.bytesPerPixel;
+bool isReadable(const platform::VideoFrame& frame) {
+    return frame.width <= longestSide && frame.height <= longestSide &&
+           std::int64_t{frame.width} * frame.height <= mostPixels && isPlaneWhole(frame, 0);
 }
 
 /// An area of the upright picture as one of the stored picture.
@@ -117,7 +110,7 @@ void copyColours(const std::uint8_t* from, const Layout& layout, int count, std:
 
 void takeBrightness(const platform::VideoFrame& frame, const std::optional<Area>& aim, GrayPicture& picture) {
     const Layout layout = layoutOf(frame.format);
-    const Part part = isReadable(frame, layout) ? aimedPart(frame, aim) : Part{};
+    const Part part = isReadable(frame) ? aimedPart(frame, aim) : Part{};
     picture.resize(part.width, part.height);
     picture.placement = {};
     for (int y = 0; !picture.isEmpty() && y < part.height; ++y) {

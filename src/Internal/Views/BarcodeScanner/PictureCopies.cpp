@@ -160,31 +160,6 @@ void makeInverted(const GrayPicture& picture, GrayPicture& copy) {
     copy.placement = picture.placement;
 }
 
-void makeStronger(const GrayPicture& picture, GrayPicture& copy) {
-    std::array<std::size_t, 256> counts{};
-    for (const std::uint8_t pixel : picture.pixels) {
-        ++counts[pixel];
-    }
-    // A hundredth of the pixels may be darker and brighter than what becomes black and white.
-    const std::size_t few = picture.count() / 100;
-    const auto firstOf = [&](auto begin, auto end) {
-        std::size_t sum = 0;
-        return std::find_if(begin, end, [&](std::size_t count) { return (sum += count) > few; }) - begin;
-    };
-    const auto dark = static_cast<int>(firstOf(counts.begin(), counts.end()));
-    const int bright = 255 - static_cast<int>(firstOf(counts.rbegin(), counts.rend()));
-    const int range = std::max(1, bright - dark);
-    std::array<std::uint8_t, 256> levels{};
-    for (int level = 0; level < 256; ++level) {
-        levels[static_cast<std::size_t>(level)] =
-            static_cast<std::uint8_t>(std::clamp((level - dark) * 255 / range, 0, 255));
-    }
-    copy.resize(picture.width, picture.height);
-    std::transform(picture.pixels.begin(), picture.pixels.end(), copy.pixels.begin(),
-                   [&](std::uint8_t pixel) { return levels[pixel]; });
-    copy.placement = picture.placement;
-}
-
 void makeSharper(const GrayPicture& picture, GrayPicture& copy) {
     copy.resize(picture.width, picture.height);
     for (int y = 0; y < picture.height; ++y) {

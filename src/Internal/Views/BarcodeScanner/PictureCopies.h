@@ -23,9 +23,6 @@ void makeWindow(const GrayPicture& picture, double x, double y, double degrees, 
 
 void makeInverted(const GrayPicture& picture, GrayPicture& copy);
 
-/// With its darkest pixels black and its brightest ones white.
-void makeStronger(const GrayPicture& picture, GrayPicture& copy);
-
 /// With edges made stronger.
 void makeSharper(const GrayPicture& picture, GrayPicture& copy);
 

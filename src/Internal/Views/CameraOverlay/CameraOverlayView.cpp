@@ -29,14 +29,17 @@ std::shared_ptr<CameraOverlayView> CameraOverlayView::load(std::shared_ptr<platf
                                                            const char* fileName) {
     PictureView::registerType();
     const std::optional<InterfaceFile> file = InterfaceFile::named(fileName);
-    return file ? std::make_shared<CameraOverlayView>(*file, std::move(accelerometer)) : nullptr;
+    ItemPointer<QQuickItem> items = file ? file->instantiate() : nullptr;
+    return items ? std::make_shared<CameraOverlayView>(*file, std::move(items), std::move(accelerometer)) : nullptr;
 }
 
-CameraOverlayView::CameraOverlayView(InterfaceFile theFile, std::shared_ptr<platform::Accelerometer> theAccelerometer)
+CameraOverlayView::CameraOverlayView(InterfaceFile theFile, ItemPointer<QQuickItem> theItems,
+                                     std::shared_ptr<platform::Accelerometer> theAccelerometer)
     : file(std::move(theFile)),
       accelerometer(std::move(theAccelerometer)),
-      items(file.instantiate()),
+      items(std::move(theItems)),
       tiltLabel(&connection(*items, "tiltLabel")),
+      tiltLabelIsVisible(tiltLabel->isVisible()),
       cameraButton(&connection(*items, "cameraButton")),
       imageOverlay(&connection<PictureView>(*items, "imageOverlay")),
       flashButton(&connection(*items, "flashButton")) {
@@ -53,14 +56,14 @@ CameraOverlayView::~CameraOverlayView() = default;
 void CameraOverlayView::configure(const QVPhotoCaptureOptions& photoOptions,
                                   const std::shared_ptr<platform::ImagePicker>& thePicker) {
     picker = thePicker;
-    if (const QString name = imageName(photoOptions.photoOverlayType); !name.isEmpty()) {
-        imageOverlay->setImage(name);
-    }
+    imageOverlay->setImage(imageName(photoOptions.photoOverlayType));
     if (photoOptions.photoLevelType != QVPhotoLevelType::none) {
         addLevelingView(photoOptions.photoLevelType);
         imageOverlay->setBorderWidth(borderWidth);
         tiltLabel->setVisible(true);
         showLevel(leveling->levelIsWithinThreshold());
+    } else if (leveling) {
+        removeLevelingView();
     }
     flashIsAllowed = photoOptions.allowFlashToggle;
     updateFlash();
@@ -71,9 +74,7 @@ void CameraOverlayView::configure(const QVPhotoCaptureOptions& photoOptions,
 }
 
 void CameraOverlayView::addLevelingView(QVPhotoLevelType type) {
-    if (leveling) {
-        leveling->levelWithinThresholdChanged = nullptr;
-    }
+    removeLevelingView();
     const ReticleType reticle = type == QVPhotoLevelType::vertical ? ReticleType::top : ReticleType::middle;
     leveling.reset(new LevelingView(reticle, accelerometer.get()));
     leveling->levelWithinThresholdChanged = lifetime.guard([this](bool isLevel) { showLevel(isLevel); });
@@ -81,7 +82,18 @@ void CameraOverlayView::addLevelingView(QVPhotoLevelType type) {
     layOutLevelingView();
 }
 
+void CameraOverlayView::removeLevelingView() {
+    if (leveling) {
+        leveling->levelWithinThresholdChanged = nullptr;
+        leveling = nullptr;
+    }
+    imageOverlay->setBorderWidth(0);
+    tiltLabel->setVisible(tiltLabelIsVisible);
+    cameraButton->setEnabled(true);
+}
+
 void CameraOverlayView::showLevel(bool isLevel) {
+    items->setProperty("isLevel", isLevel);
     cameraButton->setEnabled(isLevel);
     imageOverlay->setBorderColor(isLevel ? Qt::green : Qt::red);
 }

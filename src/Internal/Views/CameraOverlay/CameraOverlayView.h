@@ -25,11 +25,14 @@ public:
     static constexpr double borderWidth = 4;
     static constexpr double dimmed = 0.8;
 
-    /// Null when the bundle has no interface file of that name. Connections that are missing are a fatal error.
+    /// Null when the bundle has no interface file of that name, and when that holds no view. Connections that are
+    /// missing are a fatal error.
     [[nodiscard]] static std::shared_ptr<CameraOverlayView> load(std::shared_ptr<platform::Accelerometer> accelerometer,
                                                                  const char* fileName = "CameraOverlayView");
 
-    CameraOverlayView(InterfaceFile theFile, std::shared_ptr<platform::Accelerometer> theAccelerometer);
+    /// @p theItems are the file's.
+    CameraOverlayView(InterfaceFile theFile, ItemPointer<QQuickItem> theItems,
+                      std::shared_ptr<platform::Accelerometer> theAccelerometer);
     CameraOverlayView(const CameraOverlayView&) = delete;
     CameraOverlayView& operator=(const CameraOverlayView&) = delete;
     /// Takes its items from the screen.
@@ -52,6 +55,8 @@ public:
 
 private:
     void addLevelingView(QVPhotoLevelType type);
+    /// As in the interface file.
+    void removeLevelingView();
     void showLevel(bool isLevel);
     void layOutLevelingView();
 
@@ -63,6 +68,7 @@ private:
     const ItemPointer<QQuickItem> items;
     // Items of the interface file.
     QQuickItem* const tiltLabel;
+    const bool tiltLabelIsVisible;
     QQuickItem* const cameraButton;
     PictureView* const imageOverlay;
     QQuickItem* const flashButton;

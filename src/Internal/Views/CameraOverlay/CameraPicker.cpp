@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "Platform/MainQueue.h"
+#include "Platform/Platform.h"
+
 namespace quorvane::capture {
 
 CameraPicker::CameraPicker(const Devices& devices)
@@ -30,8 +33,7 @@ void CameraPicker::viewDidLoad() {
 }
 
 void CameraPicker::viewWillAppear() {
-    ++presentation;
-    takingPicture = false;
+    awaitNoPhoto();
     cameraView->clear();
     const bool started = startCamera();
     if (overlayView) {
@@ -62,6 +64,8 @@ bool CameraPicker::startCamera() {
         if (overlayView) {
             overlayView->setFailed(true);
         }
+        // That is what became of a photo, too.
+        awaitNoPhoto();
         fail();
     }));
     return true;
@@ -86,16 +90,27 @@ void CameraPicker::takePicture() {
         return;
     }
     takingPicture = true;
+    const int asked = ++photo;
     const bool flash = cameraFlashMode == CameraFlashMode::on && camera->hasFlash();
-    camera->takePhoto(flash,
-                      lifetime.guard([this, taken = presentation](std::shared_ptr<const platform::Image> picture) {
-                          if (taken == presentation) {
-                              receive(std::move(picture));
-                          }
-                      }));
+    camera->takePhoto(flash, lifetime.guard([this, asked](const std::shared_ptr<const platform::Image>& picture) {
+        if (picture) {
+            receive(asked, picture);
+        } else {
+            // A camera that broke tells so itself, about now.
+            platform::current().mainQueue().post(lifetime.guard([this, asked] { receive(asked, nullptr); }));
+        }
+    }));
 }
 
-void CameraPicker::receive(std::shared_ptr<const platform::Image> picture) {
+void CameraPicker::awaitNoPhoto() {
+    ++photo;
+    takingPicture = false;
+}
+
+void CameraPicker::receive(int asked, std::shared_ptr<const platform::Image> picture) {
+    if (asked != photo) {
+        return;
+    }
     // It may be inside this call of the camera that the host lets go of the picker.
     const std::shared_ptr<platform::Camera> held = camera;
     takingPicture = false;
@@ -122,6 +137,12 @@ void CameraPicker::viewDidLayoutSubviews() {
             item->setSize(view().size());
         }
     }
+}
+
+void CameraPicker::releaseDevices() {
+    stopCamera();
+    camera = nullptr;
+    overlayView = nullptr;
 }
 
 void CameraPicker::viewDidDisappear() {

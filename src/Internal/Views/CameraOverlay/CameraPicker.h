@@ -34,12 +34,16 @@ protected:
     void viewWillAppear() override;
     void viewDidLayoutSubviews() override;
     void viewDidDisappear() override;
+    void releaseDevices() override;
 
 private:
     [[nodiscard]] bool startCamera();
     void stopCamera();
     void fail();
-    void receive(std::shared_ptr<const platform::Image> picture);
+    /// Whatever still comes is no answer to anything.
+    void awaitNoPhoto();
+    /// The answer to the photo of that number; null when there is none.
+    void receive(int asked, std::shared_ptr<const platform::Image> picture);
 
     const std::shared_ptr<platform::Cameras> cameras;
     std::shared_ptr<platform::Camera> camera;
@@ -48,8 +52,8 @@ private:
     ItemPointer<CameraPreview> cameraView;
     std::shared_ptr<CameraOverlayView> overlayView;
     bool takingPicture = false;
-    /// Counts the showings of the screen.
-    int presentation = 0;
+    /// Counts the photos that were asked for, and the ends of waiting for one.
+    int photo = 0;
     platform::Lifetime lifetime;
 };
 

@@ -1,6 +1,5 @@
 #include "Internal/Views/Devices/HeldUp.h"
 
-#include <QColor>
 #include <QPainter>
 #include <algorithm>
 #include <cstddef>
@@ -14,9 +13,12 @@ constexpr double shareOfWidth = 0.7;
 /// What lies in the scanner's frame then is read in full.
 constexpr int longestLength = 1200;
 
-/// The colour of the lighter half of the picture's edge: a code that reaches the edge goes on into its own paper, and a
-/// dark photograph into no white that would outshine it.
+} // namespace
+
 QColor paperOf(const QImage& picture) {
+    if (picture.isNull()) {
+        return {};
+    }
     std::vector<QColor> edge;
     for (int x = 0; x < picture.width(); ++x) {
         edge.push_back(picture.pixelColor(x, 0));
@@ -41,9 +43,7 @@ QColor paperOf(const QImage& picture) {
     return {red / count, green / count, blue / count};
 }
 
-} // namespace
-
-QImage heldUp(const QImage& picture) {
+QImage heldUp(const QImage& picture, const QColor& paper) {
     if (picture.isNull()) {
         return {};
     }
@@ -52,7 +52,7 @@ QImage heldUp(const QImage& picture) {
         isLarge ? picture.scaled(longestLength, longestLength, Qt::KeepAspectRatio, Qt::SmoothTransformation) : picture;
     const int width = static_cast<int>(std::max(shown.width(), shown.height()) / shareOfWidth) + 1;
     QImage frame(width, width * 16 / 9, QImage::Format_RGB888);
-    frame.fill(paperOf(shown));
+    frame.fill(paper);
     QPainter(&frame).drawImage((frame.width() - shown.width()) / 2, (frame.height() - shown.height()) / 2, shown);
     return frame;
 }

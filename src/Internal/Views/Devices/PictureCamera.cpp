@@ -18,8 +18,8 @@ PictureCamera::PictureCamera(std::shared_ptr<const platform::Image> thePicture, 
 void PictureCamera::start(FrameHandler frame, FailureHandler failed) {
     running = true;
     const QImage& pixels = static_cast<const platform::qt::QtImage&>(*picture).pixels();
-    frames.start(frameOf(options.isHeldUp ? heldUp(pixels) : pixels), std::move(frame), options.lasting,
-                 std::move(failed));
+    frames.start(frameOf(options.isHeldUp ? heldUp(pixels, paperOf(pixels)) : pixels), std::move(frame),
+                 options.lasting, std::move(failed));
 }
 
 void PictureCamera::stop() {

@@ -70,7 +70,11 @@ void VideoCamera::arrived(const QVideoFrame& frame) {
         return;
     }
     if (options.isHeldUp) {
-        arrived = frameOf(heldUp(imageOf(arrived)));
+        const QImage seen = imageOf(arrived);
+        if (!paper.isValid()) {
+            paper = paperOf(seen);
+        }
+        arrived = frameOf(heldUp(seen, paper));
     }
     {
         const std::lock_guard lock(lastMutex);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QMediaPlayer>
 #include <QVideoSink>
 #include <memory>
@@ -41,6 +42,8 @@ private:
     const std::shared_ptr<std::string> problem;
     const FileCameras::Options options;
     FrameGate gate;
+    /// What a video that is held up lies on, by its first frame; for the thread that frames come on.
+    QColor paper;
     std::mutex lastMutex;
     platform::VideoFrame last;
     QVideoSink sink;

@@ -57,16 +57,21 @@ void LevelingView::updateState() {
     }
 }
 
+qreal LevelingView::pixelRatio() const {
+    return window() == nullptr ? qGuiApp->devicePixelRatio() : window()->effectiveDevicePixelRatio();
+}
+
 void LevelingView::placeBubble() {
-    const qreal scale = window() == nullptr ? qGuiApp->devicePixelRatio() : window()->effectiveDevicePixelRatio();
     const BubblePosition position =
-        bubblePosition(accelerometerData, {width(), height(), bubble->width(), bubble->height(), scale});
+        bubblePosition(accelerometerData, {width(), height(), bubble->width(), bubble->height(), pixelRatio()});
     bubble->setPosition({position.x, position.y});
 }
 
 void LevelingView::layOut() {
     const bool isAtTop = reticleType() == ReticleType::top;
-    reticle->setPosition({(width() - reticle->width()) / 2, isAtTop ? 0 : (height() - reticle->height()) / 2});
+    // In the middle, and sharp.
+    const auto inMiddle = [ratio = pixelRatio()](double room) { return std::round(room / 2 * ratio) / ratio; };
+    reticle->setPosition({inMiddle(width() - reticle->width()), isAtTop ? 0 : inMiddle(height() - reticle->height())});
     placeBubble();
 }
 

@@ -36,6 +36,8 @@ protected:
 
 private:
     void receive(const std::optional<platform::Acceleration>& sample);
+    /// Device pixels in a point.
+    [[nodiscard]] qreal pixelRatio() const;
     void layOut();
     void placeBubble();
     void updateState();

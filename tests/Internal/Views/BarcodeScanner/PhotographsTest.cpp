@@ -32,6 +32,11 @@ const std::set<std::string> unread{"aztec-1/az-thin",
                                    "upce-2/20",
                                    "upce-2/35"};
 
+/// What the outer one holds of two codes in one picture, of which the inner one is asked for. Both end with one line.
+std::string textAround(const Photograph& inner) {
+    return "[外側QRコード]\r\n \r\n*ﾀﾞﾌﾞﾙQR*" + inner.text.substr(inner.text.rfind("\r\n"));
+}
+
 class Photographs : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -73,8 +78,8 @@ TEST_F(Photographs, AreNeverMisreadWhenTheyAreTurned) {
         for (const double degrees : {20.0, 45.0}) {
             const QImage picture = placed(photograph.picture, degrees, {640, 480});
             for (const Barcode& barcode : readWithin(4, picture)) {
-                const bool isThere =
-                    !barcode.text || photograph.shows(*barcode.text) || photograph.name == "qrcode-2/16";
+                const bool isThere = !barcode.text || photograph.shows(*barcode.text) ||
+                                     (photograph.name == "qrcode-2/16" && *barcode.text == textAround(photograph));
                 EXPECT_TRUE(isThere) << photograph.name << " was read as " << *barcode.text;
                 ++read;
             }

@@ -1,3 +1,5 @@
+#include <QAccessible>
+
 #include "Internal/Views/CameraOverlay/CameraOverlayView.h"
 #include "Internal/Views/CameraOverlay/OverlayTest.h"
 
@@ -145,6 +147,48 @@ TEST_F(CameraOverlayViewTest, ConfiguringAgainReplacesTheLevel) {
     EXPECT_FALSE(shutter().isEnabled());
     hold(0, -1);
     EXPECT_TRUE(shutter().isEnabled());
+}
+
+TEST_F(CameraOverlayViewTest, ConfiguringAgainWithoutALevelLeavesNothingOfIt) {
+    options.photoLevelType = LevelType::flat;
+    options.photoOverlayType = OverlayType::circle;
+    show();
+    hold(1, 1);
+    EXPECT_FALSE(shutter().isEnabled());
+    options.photoLevelType = LevelType::none;
+    options.photoOverlayType = OverlayType::none;
+
+    overlay().configure(options, picker);
+
+    EXPECT_EQ(overlay().levelingView(), nullptr);
+    EXPECT_EQ(imageOverlay().childItems().size(), 0);
+    EXPECT_EQ(imageOverlay().image(), "");
+    EXPECT_EQ(imageOverlay().borderWidth(), 0);
+    EXPECT_FALSE(tiltLabel().isVisible());
+    EXPECT_TRUE(shutter().isEnabled());
+    hold(-1, 1);
+    EXPECT_TRUE(shutter().isEnabled());
+    tap(shutter());
+    EXPECT_EQ(delegate->calls, std::vector<std::string>{"took"});
+}
+
+TEST_F(CameraOverlayViewTest, WhetherThePhoneIsLevelIsSaidInWordsToo) {
+    options.photoLevelType = LevelType::flat;
+    show();
+    const auto nameOf = [](QQuickItem& labelled, QAccessible::Text what) {
+        return QAccessible::queryAccessibleInterface(&labelled)->text(what);
+    };
+    for (const bool isLevel : {false, true, false}) {
+        hold(isLevel ? 0 : 1, 0);
+        const QString words = isLevel ? "The phone is level" : "Hold the phone level";
+        EXPECT_EQ(tiltLabel().property("text"), words);
+        EXPECT_EQ(nameOf(tiltLabel(), QAccessible::Name), words);
+        EXPECT_EQ(nameOf(shutter(), QAccessible::Description), words);
+    }
+
+    options.photoLevelType = LevelType::none;
+    overlay().configure(options, picker);
+    EXPECT_EQ(nameOf(shutter(), QAccessible::Description), "");
 }
 
 TEST_F(CameraOverlayViewTest, AnAllowedFlashButtonIsOpaqueAndTakesTouches) {

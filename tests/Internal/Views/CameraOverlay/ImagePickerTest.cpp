@@ -168,6 +168,29 @@ TEST_F(ImagePickerTest, ACameraThatIsUnpluggedFailsOnce) {
     EXPECT_TRUE(picker->isPresented());
 }
 
+TEST_F(ImagePickerTest, ACameraThatIsUnpluggedWhileAPictureIsBeingTakenFailsOnce) {
+    for (const bool isPictureAnswered : {false, true}) {
+        SCOPED_TRACE(isPictureAnswered);
+        const auto camera = std::make_shared<testing::SimulatedCameras>(world->mainQueue());
+        camera->camera->isSilent = !isPictureAnswered;
+        Devices all = devices();
+        all.cameras = camera;
+        install(all);
+        show();
+        delegate->calls.clear();
+
+        // Where it is answered, the answer comes before the camera is known to be gone.
+        picker->takePicture();
+        camera->camera->unplug();
+        settle();
+
+        EXPECT_EQ(delegate->calls, Calls{"failed"});
+        picker->takePicture();
+        EXPECT_EQ(delegate->calls, (Calls{"failed", "failed"}));
+        picker->dismiss(false);
+    }
+}
+
 TEST_F(ImagePickerTest, APictureThatArrivesAfterTheDismissalIsNotTold) {
     show();
 

@@ -1,5 +1,6 @@
 #include <QAccessible>
 #include <QQmlProperty>
+#include <cmath>
 
 #include "Internal/Views/CameraOverlay/OverlayTest.h"
 
@@ -19,6 +20,26 @@ protected:
 
     [[nodiscard]] static QRectF placeOf(QQuickItem& item) { return item.mapRectToScene(item.boundingRect()); }
     [[nodiscard]] std::vector<QQuickItem*> buttons() { return {&shutter(), &flashButton(), &cancelButton()}; }
+
+    void expectOrder(QSize size) {
+        SCOPED_TRACE(std::to_string(size.width()) + "x" + std::to_string(size.height()));
+        resize(size);
+        std::vector<QRectF> places{placeOf(imageOverlay()), placeOf(tiltLabel())};
+        for (QQuickItem* const button : buttons()) {
+            places.push_back(placeOf(*button));
+        }
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            EXPECT_TRUE(QRectF(QPointF(), size).contains(places[i])) << i;
+            for (std::size_t other = 0; other < i; ++other) {
+                EXPECT_FALSE(places[i].intersects(places[other])) << i << " " << other;
+            }
+        }
+    }
+    void expectWholePixels(QQuickItem& thing) {
+        const QPointF place = placeOf(thing).topLeft() * window->effectiveDevicePixelRatio();
+        EXPECT_NEAR(place.x(), std::round(place.x()), 1e-6);
+        EXPECT_NEAR(place.y(), std::round(place.y()), 1e-6);
+    }
 };
 
 TEST_F(OverlayLayoutTest, NothingLiesOutsideOrOverAnythingElseAtAnySize) {
@@ -27,20 +48,23 @@ TEST_F(OverlayLayoutTest, NothingLiesOutsideOrOverAnythingElseAtAnySize) {
         options.photoLevelType = LevelType::vertical;
         show();
         for (const QSize size : sizes) {
-            SCOPED_TRACE(std::to_string(size.width()) + "x" + std::to_string(size.height()));
-            resize(size);
-            std::vector<QRectF> places{placeOf(imageOverlay()), placeOf(tiltLabel())};
-            for (QQuickItem* const button : buttons()) {
-                places.push_back(placeOf(*button));
-            }
-            for (std::size_t i = 0; i < places.size(); ++i) {
-                EXPECT_TRUE(QRectF(QPointF(), size).contains(places[i])) << i;
-                for (std::size_t other = 0; other < i; ++other) {
-                    EXPECT_FALSE(places[i].intersects(places[other])) << i << " " << other;
-                }
-            }
+            expectOrder(size);
         }
         picker->dismiss(false);
+    }
+}
+
+TEST_F(OverlayLayoutTest, TextsAreAsLargeAsTheUserWantsThemAndLieOverNothing) {
+    options.photoLevelType = LevelType::vertical;
+    show();
+    const double usualHeight = tiltLabel().height();
+    picker->dismiss(false);
+    const LargeFont large;
+    show();
+
+    EXPECT_GT(tiltLabel().height(), usualHeight);
+    for (const QSize size : sizes) {
+        expectOrder(size);
     }
 }
 
@@ -53,7 +77,7 @@ TEST_F(OverlayLayoutTest, TheFramingImageKeepsTheProportionsOfItsDrawingAndIsLar
             const double proportion = type == OverlayType::rectangle_horizontal ? 1.5
                                       : type == OverlayType::rectangle_vertical ? 2.0 / 3
                                                                                 : 1;
-            EXPECT_NEAR(imageOverlay().width(), imageOverlay().height() * proportion, 1.5);
+            EXPECT_NEAR(imageOverlay().width(), imageOverlay().height() * proportion, 3);
             EXPECT_GE(std::max(imageOverlay().width(), imageOverlay().height()),
                       0.5 * std::min(size.width(), size.height()));
         }
@@ -61,14 +85,26 @@ TEST_F(OverlayLayoutTest, TheFramingImageKeepsTheProportionsOfItsDrawingAndIsLar
     }
 }
 
-TEST_F(OverlayLayoutTest, ThingsStandOnWholePoints) {
-    options.photoLevelType = LevelType::flat;
-    show();
-    for (const QSize size : {QSize(361, 641), QSize(413, 915), QSize(1279, 801)}) {
-        resize(size);
-        for (QQuickItem* const thing :
-             {&shutter(), &flashButton(), &cancelButton(), static_cast<QQuickItem*>(&imageOverlay())}) {
-            EXPECT_EQ(placeOf(*thing).topLeft(), QPointF(placeOf(*thing).topLeft().toPoint()));
+TEST_F(OverlayLayoutTest, ThingsStandOnWholePixelsOfTheDevice) {
+    for (const LevelType level : {LevelType::flat, LevelType::vertical}) {
+        options.photoLevelType = level;
+        for (const OverlayType type : {OverlayType::square, OverlayType::rectangle_horizontal}) {
+            options.photoOverlayType = type;
+            show();
+            for (const QSize size : {QSize(361, 641), QSize(413, 915), QSize(1279, 801), QSize(915, 412)}) {
+                resize(size);
+                LevelingView& leveling = *overlay().levelingView();
+                for (QQuickItem* const thing :
+                     {&shutter(), &flashButton(), &cancelButton(), static_cast<QQuickItem*>(&imageOverlay()),
+                      static_cast<QQuickItem*>(&leveling.reticleView())}) {
+                    expectWholePixels(*thing);
+                }
+                for (const double tilt : {0.0, 0.0137, 0.21, -0.377, 0.9}) {
+                    hold(tilt, tilt / 2 - 0.5);
+                    expectWholePixels(leveling.bubbleView());
+                }
+            }
+            picker->dismiss(false);
         }
     }
 }

@@ -113,11 +113,11 @@ TEST_F(FileCamerasTest, APictureThatIsHeldUpLiesWholeWithinThreeQuartersOfAFrame
         EXPECT_LE(std::abs(dark.width() * size.height() - dark.height() * size.width()),
                   size.width() * size.height() / 50);
     }
-    EXPECT_TRUE(heldUp({}).isNull());
+    EXPECT_TRUE(heldUp({}, Qt::white).isNull());
 }
 
 TEST_F(FileCamerasTest, APictureThatIsHeldUpGoesOnIntoItsOwnPaper) {
-    EXPECT_TRUE(heldUp(QImage(1, 1, QImage::Format_RGB32)).valid(0, 0));
+    EXPECT_TRUE(heldUp(QImage(1, 1, QImage::Format_RGB32), Qt::white).valid(0, 0));
     QImage picture(100, 60, QImage::Format_RGB32);
     picture.fill(QColor(90, 80, 70));
     // Dark bars reach the edge.
@@ -126,7 +126,7 @@ TEST_F(FileCamerasTest, APictureThatIsHeldUpGoesOnIntoItsOwnPaper) {
         painter.fillRect(x, 0, 2, 60, QColor(10, 10, 10));
     }
     painter.end();
-    EXPECT_EQ(heldUp(picture).pixelColor(0, 0), QColor(90, 80, 70));
+    EXPECT_EQ(heldUp(picture, paperOf(picture)).pixelColor(0, 0), QColor(90, 80, 70));
 }
 
 TEST_F(FileCamerasTest, WhatCannotBeReadIsRefusedInASentence) {

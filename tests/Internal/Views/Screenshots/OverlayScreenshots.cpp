@@ -51,7 +51,7 @@ TEST_P(OverlayScreenshots, AreKept) {
     for (const Surroundings surroundings : {Surroundings::light, Surroundings::dark}) {
         cameras->camera->show(scene(surroundings));
         settle();
-        for (const QSize size : {QSize(360, 640), QSize(412, 915), QSize(640, 360), QSize(1280, 800)}) {
+        for (const QSize size : screenshotSizes) {
             resize(size);
             const QString name = QString("photo-%1-%2x%3-%4")
                                      .arg(state.name)

@@ -24,7 +24,7 @@ class ScannerScreenshots : public ScreenTest, public ::testing::WithParamInterfa
 TEST_P(ScannerScreenshots, AreKept) {
     const ScannerState state = GetParam();
     for (const Surroundings surroundings : {Surroundings::light, Surroundings::dark}) {
-        for (const QSize size : {QSize(360, 640), QSize(412, 915), QSize(640, 360), QSize(1280, 800)}) {
+        for (const QSize size : screenshotSizes) {
             resize(size);
             const auto scanner = BarcodeScannerViewController::make(devices());
             scanner->present(*window, false);

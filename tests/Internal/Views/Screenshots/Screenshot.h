@@ -1,11 +1,15 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <QString>
 
 #include "Platform/VideoFrame.h"
 
 namespace quorvane::capture {
+
+/// Points: small and large phones and a tablet, upright and lying.
+constexpr QSize screenshotSizes[] = {{360, 640}, {640, 360}, {412, 915}, {915, 412}, {800, 1280}, {1280, 800}};
 
 /// What the camera sees in a screenshot.
 enum class Surroundings { light, dark };
