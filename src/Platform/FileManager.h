@@ -18,9 +18,10 @@ enum class FileProtection {
 
 /// Files of the application. Paths are absolute UTF-8 texts. Safe from any thread. Every implementation promises:
 /// - what it creates is readable and writable by its owner only;
-/// - `replace` is atomic: a reader, or whoever comes after a process that ended in the middle of it, sees the old
+/// - `replace` is atomic: at every moment, also after a process that ended in the middle of it, the path names the old
 ///   content with its date or the new one with its own, never a part, and nothing but the file itself is ever listed
-///   in its directory;
+///   in its directory. Each call sees one such state: a content that is read and a date that is asked for after it may
+///   be of two. The end of the system's power is no end of a process: what was written shortly before may be lost;
 /// - no call throws; what failed is told by the error code.
 class FileManager {
 public:

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "Platform/Native/OwnerOnly.h"
+#include "Platform/Native/SpareFile.h"
 
 namespace quorvane::platform::native {
 namespace {
@@ -36,40 +37,51 @@ public:
     const int number;
 };
 
-#ifdef RENAME_EXCHANGE
-/// Exchanges the names of @p staged and of the file at @p path and removes the older file. False when there is no file
-/// there, or the file system cannot do that; nothing has changed then.
-bool exchange(const std::string& staged, const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
-        return false;
-    }
-    if (unlink(staged.c_str()) == 0 || errno == ENOENT) {
-        return true;
-    }
-    // A directory has come there meanwhile: it gets its name back.
-    return renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0;
-}
-#else
-bool exchange(const std::string&, const std::string&) {
-    return false;
-}
-#endif
-
-/// Gives the file @p staged the name @p path. False with `errno` set when that fails.
-bool takePlace(const std::string& staged, const std::string& path) {
-    return exchange(staged, path) || rename(staged.c_str(), path.c_str()) == 0;
-}
-
 /// What a text is followed by in memory, so that a parser may read beyond its end.
-constexpr std::size_t spareBytes = 64;
+constexpr std::size_t bytesBehind = 64;
+
+/// How often a file is looked for that is replaced each time.
+constexpr int mostLooks = 10;
+
+bool areOneFile(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+/// What the open @p file holds, of @p size bytes or so.
+std::optional<std::string> readToEnd(int file, std::size_t size, std::error_code& error) {
+    // One byte more than the file has, so that one read that answers nothing tells its end.
+    std::string content;
+    content.reserve(size + bytesBehind);
+    content.resize(size + 1);
+    std::size_t length = 0;
+    for (;;) {
+        const ssize_t got = ::read(file, content.data() + length, content.size() - length);
+        if (got < 0 && errno != EINTR) {
+            error = lastError();
+            return std::nullopt;
+        }
+        if (got == 0) {
+            break;
+        }
+        length += got > 0 ? static_cast<std::size_t>(got) : 0;
+        if (length == content.size()) {
+            content.resize(2 * length);
+        }
+    }
+    content.resize(length);
+    content.reserve(length + bytesBehind);
+    return content;
+}
 
 } // namespace
 
 DiskFiles::DiskFiles(std::string theCaches, std::string theStaging)
     : caches(std::move(theCaches)), staging(std::move(theStaging)) {
     removeLeftovers();
+}
+
+DiskFiles::~DiskFiles() {
+    dropSpare();
 }
 
 std::error_code DiskFiles::createDirectory(const std::string& path) {
@@ -80,6 +92,9 @@ std::error_code DiskFiles::createDirectory(const std::string& path) {
 std::error_code DiskFiles::replace(const std::string& path, std::string_view content, std::optional<Date> modified) {
     if (const std::error_code error = checked(path)) {
         return error;
+    }
+    if (!content.empty() && replaceThroughSpare(path, content, modified)) {
+        return {};
     }
     if (const std::error_code error = makeDirectories(staging)) {
         return error;
@@ -100,20 +115,58 @@ std::error_code DiskFiles::replace(const std::string& path, std::string_view con
 
 std::error_code DiskFiles::replaceThrough(const std::string& directory, const std::string& path,
                                           std::string_view content, std::optional<Date> modified) {
+    std::uint64_t number = 0;
     std::string staged;
     std::error_code error;
     do {
-        staged = directory + "/" + std::to_string(getpid()) + "-" + std::to_string(++lastStaged);
+        number = ++lastStaged;
+        staged = stagedPath(directory, number);
         error = writeNewFile(staged, content, modified);
     } while (error == std::errc::file_exists);
     if (error) {
         return error;
     }
-    if (!takePlace(staged, path)) {
+    const std::optional<Replaced> replaced = takePlace(staged, path);
+    if (!replaced) {
         error = lastError();
+        unlink(staged.c_str());
+    } else if (*replaced != Replaced::none && (directory != staging || !keepSpare(number, *replaced))) {
         unlink(staged.c_str());
     }
     return error;
+}
+
+bool DiskFiles::replaceThroughSpare(const std::string& path, std::string_view content, std::optional<Date> modified) {
+    const std::uint64_t number = spare.exchange(0);
+    if (number == 0) {
+        return false;
+    }
+    const std::string staged = stagedPath(staging, number);
+    std::optional<Replaced> replaced;
+    if (!writeSpareFile(staged, content, modified)) {
+        replaced = takePlace(staged, path);
+    }
+    if (replaced != Replaced::none && !(replaced && keepSpare(number, *replaced))) {
+        unlink(staged.c_str());
+    }
+    return replaced.has_value();
+}
+
+bool DiskFiles::keepSpare(std::uint64_t number, Replaced replaced) {
+    std::uint64_t none = 0;
+    return replaced == Replaced::usable && spare.compare_exchange_strong(none, number);
+}
+
+void DiskFiles::dropSpare() {
+    if (const std::uint64_t number = spare.exchange(0); number != 0) {
+        unlink(stagedPath(staging, number).c_str());
+    }
+}
+
+std::string DiskFiles::stagedPath(const std::string& directory, std::uint64_t number) const {
+    // A forked process has a number of its own and so no part in this one's spare file. Processes of two containers
+    // may have the same one.
+    return directory + "/" + std::to_string(getpid()) + "-" + std::to_string(started) + "-" + std::to_string(number);
 }
 
 void DiskFiles::removeLeftovers() {
@@ -139,35 +192,20 @@ std::optional<std::string> DiskFiles::read(const std::string& path, std::error_c
     if (error = checked(path); error) {
         return std::nullopt;
     }
-    const Descriptor file(path, O_RDONLY);
-    struct stat status {};
-    if (file.number < 0 || fstat(file.number, &status) != 0) {
-        error = lastError();
-        return std::nullopt;
-    }
-    // One byte more than the file has, so that one read that answers nothing tells its end.
-    const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
-    std::string content;
-    content.reserve(size + spareBytes);
-    content.resize(size + 1);
-    std::size_t length = 0;
-    for (;;) {
-        const ssize_t got = ::read(file.number, content.data() + length, content.size() - length);
-        if (got < 0 && errno != EINTR) {
+    for (int looks = 1;; ++looks) {
+        const Descriptor file(path, O_RDONLY);
+        struct stat status {};
+        if (file.number < 0 || fstat(file.number, &status) != 0) {
             error = lastError();
             return std::nullopt;
         }
-        if (got == 0) {
-            break;
-        }
-        length += got > 0 ? static_cast<std::size_t>(got) : 0;
-        if (length == content.size()) {
-            content.resize(2 * length);
+        // Between the look-up of the name and the opening the file may have lost it and have been written to for
+        // another one. From the opening on it stays as it is.
+        struct stat named {};
+        if (looks == mostLooks || (stat(path.c_str(), &named) == 0 && areOneFile(status, named))) {
+            return readToEnd(file.number, static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)), error);
         }
     }
-    content.resize(length);
-    content.reserve(length + spareBytes);
-    return content;
 }
 
 std::optional<std::vector<std::string>> DiskFiles::list(const std::string& path, std::error_code& error) const {
@@ -206,9 +244,16 @@ std::optional<Date> DiskFiles::modificationDate(const std::string& path, std::er
         return std::nullopt;
     }
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        error = lastError();
-        return std::nullopt;
+    bool isSettled = false;
+    for (int looks = 1; !isSettled; ++looks) {
+        // As for a content: the date is of a file that has the name when it is seen.
+        struct stat again {};
+        if (stat(path.c_str(), &status) != 0 || stat(path.c_str(), &again) != 0) {
+            error = lastError();
+            return std::nullopt;
+        }
+        isSettled = looks == mostLooks || (areOneFile(status, again) && status.st_mtim.tv_sec == again.st_mtim.tv_sec &&
+                                           status.st_mtim.tv_nsec == again.st_mtim.tv_nsec);
     }
     return Date(std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec));
 }
@@ -234,6 +279,8 @@ std::error_code DiskFiles::protect(const std::string& path, FileProtection) {
 }
 
 std::error_code DiskFiles::remove(const std::string& path) {
+    // What is removed may have an older value of its own there.
+    dropSpare();
     std::error_code error = checked(path);
     if (!error && std::filesystem::remove_all(path, error) == 0 && !error) {
         error = std::make_error_code(std::errc::no_such_file_or_directory);

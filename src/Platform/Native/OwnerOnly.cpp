@@ -58,25 +58,31 @@ timespec timeOf(Date date) {
     return {whole.count(), (date.time_since_epoch() - whole).count()};
 }
 
+std::error_code writeAll(int file, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(file, content.data(), content.size());
+        if (written >= 0) {
+            content.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return lastError();
+        }
+    }
+    return {};
+}
+
+std::error_code setDate(int file, Date date) {
+    const timespec times[] = {{0, UTIME_OMIT}, timeOf(date)};
+    return futimens(file, times) == 0 ? std::error_code() : lastError();
+}
+
 std::error_code writeNewFile(const std::string& path, std::string_view content, std::optional<Date> modified) {
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0) {
         return lastError();
     }
-    std::error_code error;
-    while (!content.empty() && !error) {
-        const ssize_t written = write(file, content.data(), content.size());
-        if (written >= 0) {
-            content.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            error = lastError();
-        }
-    }
+    std::error_code error = writeAll(file, content);
     if (modified && !error) {
-        const timespec times[] = {{0, UTIME_OMIT}, timeOf(*modified)};
-        if (futimens(file, times) != 0) {
-            error = lastError();
-        }
+        error = setDate(file, *modified);
     }
     if (close(file) != 0 && !error) {
         error = lastError();

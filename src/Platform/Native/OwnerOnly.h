@@ -22,6 +22,12 @@ namespace quorvane::platform::native {
 /// The moment as the system's calls take it.
 [[nodiscard]] timespec timeOf(Date date);
 
+/// Writes the whole of @p content where the open file stands.
+[[nodiscard]] std::error_code writeAll(int file, std::string_view content);
+
+/// Sets the open file's modification date.
+[[nodiscard]] std::error_code setDate(int file, Date date);
+
 /// Writes a new file, dated @p modified or else now; one that is there is an error.
 [[nodiscard]] std::error_code writeNewFile(const std::string& path, std::string_view content,
                                            std::optional<Date> modified = std::nullopt);
