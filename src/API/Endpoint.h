@@ -36,6 +36,8 @@ struct EndpointFields {
     /// Begins with "/"; values inside it are already encoded (`pathComponent`).
     std::string path;
     ResponseFormat format = ResponseFormat::JSON;
+    /// Whether a line in the log, at `DEBUG`, says why no answer arrived.
+    bool tellsWhyUnanswered = true;
 };
 
 /// A call whose answer is decoded into `Model`. Each call is a struct derived from this, with a constructor that fills

@@ -11,6 +11,8 @@ GetConfigEndpoint::GetConfigEndpoint(std::string deviceId, std::string installId
     path = "/config";
     parameters = {
         {"deviceId", std::move(deviceId)}, {"installId", std::move(installId)}, {"userId", std::move(userId)}};
+    // Hosts did not ask for this call.
+    tellsWhyUnanswered = false;
 }
 
 QVConfigService::QVConfigService(platform::Platform& thePlatform) : platform(thePlatform) {}

@@ -67,10 +67,12 @@ void Router::send(const EndpointFields& endpoint, Headers&& headers, Decoder dec
     request.timeout = requestTimeout;
 
     platform::current().transport().send(
-        std::move(request), [decoder, format = endpoint.format,
+        std::move(request), [decoder, format = endpoint.format, tells = endpoint.tellsWhyUnanswered,
                              completion = std::move(completion)](platform::HTTPTransport::Result result) {
             if (const auto* const error = std::get_if<platform::TransportError>(&result)) {
-                QVLogger::shared().log(QVLogLevel::DEBUG, "no answer: " + error->message);
+                if (tells) {
+                    QVLogger::shared().log(QVLogLevel::DEBUG, "no answer: " + error->message);
+                }
                 completion({QVStatus::ERROR_NETWORK, std::nullopt, nullptr});
                 return;
             }

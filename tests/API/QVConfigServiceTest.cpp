@@ -113,7 +113,7 @@ TEST_F(QVConfigServiceTest, EveryFailureIsSilentAndLeavesWhatWasStored) {
 }
 
 TEST_F(QVConfigServiceTest, AFailureOfTheNetworkIsNotLogged) {
-    setLogLevel(QVLogLevel::INFO);
+    setLogLevel(QVLogLevel::DEBUG);
     transport().answer("GET", "/config", Answer::failure(Transport::connection));
 
     retrieve();

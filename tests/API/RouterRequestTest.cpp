@@ -106,6 +106,22 @@ TEST_F(RouterRequestTest, AnAnswerThatDoesNotComeIsANetworkErrorAfterTenSeconds)
     EXPECT_EQ(calls.first<0>(), QVStatus::ERROR_NETWORK);
 }
 
+TEST_F(RouterRequestTest, WhyNoAnswerArrivedIsLoggedForDevelopersUnlessTheCallIsSilent) {
+    setLogLevel(QVLogLevel::DEBUG);
+    TestEndpoint endpoint;
+    for (const bool tells : {false, true}) {
+        EXPECT_THAT(messages(), IsEmpty());
+        transport().answer("GET", "/test", Answer::failure(Transport::connection));
+        endpoint.tellsWhyUnanswered = tells;
+
+        api().api->request(endpoint, {}, [](auto&&...) {});
+        phone->runUntilIdle();
+    }
+
+    ASSERT_EQ(messages().size(), 1U);
+    EXPECT_TRUE(messages()[0].starts_with("no answer: "));
+}
+
 TEST_F(RouterRequestTest, AHeaderWithALineBreakIsNeverSent) {
     const Calls<QVStatus, std::optional<json::Dictionary>, std::shared_ptr<QVConfig>> calls;
     transport().answerOtherwise(Answer::json("{}"));
