@@ -12,7 +12,9 @@ using Date = json::Date;
 
 /// Tells the time. Safe from any thread. Every implementation promises:
 /// - `now` is wall time and may jump in both directions; `monotonic` never goes back.
-/// - both move at the same pace while nobody sets the wall clock.
+/// - both move at the same pace while nobody sets the wall clock, and while the device sleeps too, as far as the system
+///   tells. Delays of the main queue and timeouts of requests are for time awake: they may come late by that, never
+///   early.
 class Clock {
 public:
     Clock() = default;

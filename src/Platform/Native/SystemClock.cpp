@@ -9,6 +9,13 @@ Date SystemClock::now() const {
 }
 
 std::chrono::nanoseconds SystemClock::monotonic() const {
+#ifdef CLOCK_BOOTTIME
+    // The steady clock stands still while the device sleeps.
+    std::timespec time{};
+    if (clock_gettime(CLOCK_BOOTTIME, &time) == 0) {
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    }
+#endif
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
