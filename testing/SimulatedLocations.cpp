@@ -87,9 +87,7 @@ public:
                       [&](const CircularRegion& other) { return other.identifier == region.identifier; });
     }
 
-    [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override {
-        return phone.isAuthorized() ? phone.kept->regions : std::vector<CircularRegion>();
-    }
+    [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override { return phone.kept->regions; }
 
     /// Whether the manager wants @p fix, which is then no news any more.
     bool takes(const Location& fix) {

@@ -33,7 +33,8 @@ inline constexpr double noDistanceFilter = -1;
 /// - A region is crossed when its state changes: first comes `didStartMonitoring`, then `didDetermineState` with the
 ///   state that it begins in, and only from then on `didEnterRegion` and `didExitRegion`, by turns.
 /// - Without permission a request, continuous updates and a region fail with `denied`, visits and significant changes
-///   stay silent, and `monitoredRegions` is empty. Services that were started go on when permission is given.
+///   stay silent. What was started before lasts: `monitoredRegions` answers the same, a region can be stopped, and
+///   all of it goes on when permission is given.
 class LocationManager {
 public:
     enum class Permission { whenInUse, always };

@@ -52,6 +52,19 @@ TEST_F(OwnGeofencesTest, ANewOneTakesThePlaceOfTheOld) {
     EXPECT_TRUE(told[2].isPlaced);
 }
 
+TEST_F(OwnGeofencesTest, AStopWithoutPermissionTakesItAwayToo) {
+    hosts->startMonitoring({"host", {46.0, 14.5}, 100});
+    place(fixAt(0));
+    ASSERT_THAT(regions(), SizeIs(2));
+    services().setAuthorization(platform::LocationAuthorization::denied);
+    settle();
+
+    manager().stopTracking();
+    settle();
+
+    EXPECT_THAT(regions(), ElementsAre("host"));
+}
+
 TEST_F(OwnGeofencesTest, EachFixMovesItAndOneThatIsTooInaccurateToo) {
     setSent(1s);
     handle(fixAt(500));

@@ -58,6 +58,7 @@ std::unique_ptr<LocationRig> makePhoneLocationRig() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Phone, LocationManagerContract, ::testing::Values(&makePhoneLocationRig));
+INSTANTIATE_TEST_SUITE_P(Phone, LocationPermissionContract, ::testing::Values(&makePhoneLocationRig));
 
 } // namespace
 

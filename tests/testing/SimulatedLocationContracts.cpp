@@ -49,6 +49,7 @@ std::unique_ptr<LocationRig> makeSimulatedLocationRig() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Simulated, LocationManagerContract, ::testing::Values(&makeSimulatedLocationRig));
+INSTANTIATE_TEST_SUITE_P(Simulated, LocationPermissionContract, ::testing::Values(&makeSimulatedLocationRig));
 
 } // namespace
 } // namespace quorvane::platform::contract

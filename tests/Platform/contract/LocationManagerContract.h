@@ -197,7 +197,27 @@ TEST_P(LocationManagerContract, ARegionThatIsNotMonitoredAnyMoreIsNotCrossed) {
     EXPECT_THAT(told(), ElementsAre("fix"));
 }
 
-TEST_P(LocationManagerContract, WithoutPermissionThereIsNoLocationAndWhatIsAskedForFails) {
+TEST_P(LocationManagerContract, ADelegateThatWasTakenOffIsNotCalledAnyMore) {
+    manager->requestLocation();
+    manager->setDelegate(nullptr);
+    moveTo(here);
+
+    EXPECT_THAT(told(), IsEmpty());
+}
+
+TEST_P(LocationManagerContract, NobodyIsCalledAfterTheManagersEnd) {
+    manager->startUpdatingLocation();
+    manager->startMonitoringVisits();
+    manager.reset();
+    moveTo(here);
+
+    EXPECT_THAT(told(), IsEmpty());
+}
+
+/// For receivers that need a permission.
+class LocationPermissionContract : public LocationManagerContract {};
+
+TEST_P(LocationPermissionContract, WithoutPermissionThereIsNoLocationAndWhatIsAskedForFails) {
     manager->requestLocation();
     moveTo(here);
     EXPECT_THAT(told(), ElementsAre("fix"));
@@ -219,7 +239,23 @@ TEST_P(LocationManagerContract, WithoutPermissionThereIsNoLocationAndWhatIsAsked
     EXPECT_THAT(monitored(), IsEmpty());
 }
 
-TEST_P(LocationManagerContract, UpdatesThatWereStartedGoOnWhenPermissionComesBack) {
+TEST_P(LocationPermissionContract, RegionsOutliveThePermissionAndAreStoppedWithoutIt) {
+    manager->startMonitoring(home);
+    manager->startMonitoring({"a", there, 100});
+    rig->permit(false);
+    rig->settle();
+    EXPECT_THAT(monitored(), ElementsAre("home", "a"));
+
+    manager->stopMonitoring(home);
+    EXPECT_THAT(monitored(), ElementsAre("a"));
+
+    rig->permit(true);
+    rig->settle();
+    EXPECT_THAT(monitored(), ElementsAre("a"));
+    EXPECT_EQ(other->monitoredRegions(), manager->monitoredRegions());
+}
+
+TEST_P(LocationPermissionContract, UpdatesThatWereStartedGoOnWhenPermissionComesBack) {
     manager->startUpdatingLocation();
     rig->permit(false);
     moveTo(here);
@@ -232,23 +268,6 @@ TEST_P(LocationManagerContract, UpdatesThatWereStartedGoOnWhenPermissionComesBac
     moveTo(there);
 
     EXPECT_THAT(told(), ElementsAre("fix"));
-}
-
-TEST_P(LocationManagerContract, ADelegateThatWasTakenOffIsNotCalledAnyMore) {
-    manager->requestLocation();
-    manager->setDelegate(nullptr);
-    moveTo(here);
-
-    EXPECT_THAT(told(), IsEmpty());
-}
-
-TEST_P(LocationManagerContract, NobodyIsCalledAfterTheManagersEnd) {
-    manager->startUpdatingLocation();
-    manager->startMonitoringVisits();
-    manager.reset();
-    moveTo(here);
-
-    EXPECT_THAT(told(), IsEmpty());
 }
 
 } // namespace quorvane::platform::contract

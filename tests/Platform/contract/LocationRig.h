@@ -26,7 +26,7 @@ public:
     virtual void moveTo(Coordinate coordinate) = 0;
     /// The receiver finds that it cannot tell where the device is.
     virtual void loseSignal() = 0;
-    /// The user, or the system, takes permission away, or gives it back.
+    /// The user, or the system, takes permission away, or gives it back. Not called where none is needed.
     virtual void permit(bool permitted) = 0;
 
     /// Lets what is under way come to the delegates.
