@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "Tracking/Descriptions.h"
+
 namespace quorvane::testing {
 namespace {
 
@@ -87,9 +89,7 @@ std::string_view nameOf(QVEventType type) {
 }
 
 std::string_view nameOf(platform::LocationAuthorization status) {
-    static constexpr std::array<std::string_view, 5> names{"notDetermined", "restricted", "denied", "always",
-                                                           "whenInUse"};
-    return named(status, names);
+    return textOf(status);
 }
 
 std::string_view nameOf(platform::LocationError::Kind kind) {
