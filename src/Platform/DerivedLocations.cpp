@@ -23,7 +23,10 @@ struct DerivedLocations::Report {
 };
 
 DerivedLocations::DerivedLocations(const Clock& theClock, MainQueue& theQueue, std::shared_ptr<Kept> kept)
-    : clock(theClock), queue(theQueue), contents(kept ? std::move(kept) : std::make_shared<Kept>()) {}
+    : clock(theClock),
+      queue(theQueue),
+      contents(kept ? std::move(kept) : std::make_shared<Kept>()),
+      stayWatch(theQueue) {}
 
 DerivedLocations::~DerivedLocations() = default;
 
@@ -78,6 +81,7 @@ void DerivedLocations::derive(const Location& fix, Report& report) {
     }
     if (anyWantsVisits()) {
         report.visit = contents->visits.receive(fix, now);
+        watchStay();
     }
     report.isSignificant = anyWantsSignificantChanges() && contents->significantChanges.receive(fix, now);
 }
@@ -116,12 +120,34 @@ void DerivedLocations::tell(const Report& report) {
         }
     }
     if (report.visit) {
-        forEach([this, &report](Manager& manager) {
-            if (manager.isTold(manager.visits, contents->keepsVisits)) {
-                manager.delegate->didVisit(*report.visit);
-            }
-        });
+        tellVisit(*report.visit);
     }
+}
+
+void DerivedLocations::tellVisit(const Visit& visit) {
+    forEach([this, &visit](Manager& manager) {
+        if (manager.isTold(manager.visits, contents->keepsVisits)) {
+            manager.delegate->didVisit(visit);
+        }
+    });
+}
+
+void DerivedLocations::watchStay() {
+    stayWatch.stop();
+    const auto due = isSilentWhenStill() ? contents->visits.due() : std::nullopt;
+    if (!due) {
+        return;
+    }
+    stayWatch.start(*due - clock.monotonic(), [this] {
+        if (!isAuthorized() || !anyWantsVisits()) {
+            return;
+        }
+        if (const std::optional<Visit> visit = contents->visits.look(clock.monotonic())) {
+            tellVisit(*visit);
+        } else {
+            watchStay();
+        }
+    });
 }
 
 void DerivedLocations::tellFirstState(const RegionMonitor::Finding& finding) {
@@ -139,6 +165,7 @@ void DerivedLocations::tellFirstState(const RegionMonitor::Finding& finding) {
 }
 
 void DerivedLocations::fail(const LocationError& error) {
+    stayWatch.stop();
     for (Manager* const manager : living) {
         if (std::exchange(manager->hasRequest, false) || manager->isUpdating()) {
             manager->fail(error);

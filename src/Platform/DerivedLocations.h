@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/Delay.h"
 #include "Platform/Lifetime.h"
 #include "Platform/LocationManager.h"
 #include "Platform/RegionMonitor.h"
@@ -92,6 +93,9 @@ protected:
     virtual void demandChanged() = 0;
     /// The application wants more permission than it has. The answer goes to `setAuthorization`, now or later.
     virtual void askForPermission(Permission permission) = 0;
+    /// Whether the receiver tells of changes only, so that a device stays where it was while there is no further fix,
+    /// and no failure. Else a visit is told by the fixes alone.
+    [[nodiscard]] virtual bool isSilentWhenStill() const { return false; }
 
 private:
     class Manager;
@@ -107,6 +111,9 @@ private:
     void stopMonitoring(const CircularRegion& region);
     void derive(const Location& fix, Report& report);
     void tell(const Report& report);
+    void tellVisit(const Visit& visit);
+    /// Looks, when that is due, whether the device has stayed where it was.
+    void watchStay();
     void tellFirstState(const RegionMonitor::Finding& finding);
     [[nodiscard]] Manager* find(std::uint64_t id) const;
     /// Calls @p visit with each manager that has a delegate then, in the order of their making; they may end meanwhile.
@@ -125,6 +132,7 @@ private:
     std::optional<Location> lastUsed;
     std::chrono::nanoseconds lastUsedAt{0};
     bool isInBackground = false;
+    Delay stayWatch;
     Lifetime lifetime;
 };
 

@@ -36,6 +36,18 @@ std::optional<Visit> VisitMonitor::receive(const Location& fix, std::chrono::nan
     if (away <= radius) {
         add(fix);
     }
+    return arrival(now);
+}
+
+std::optional<std::chrono::nanoseconds> VisitMonitor::due() const {
+    return fixes == 0 || isTold || doubt ? std::nullopt : std::optional(since + shortest);
+}
+
+std::optional<Visit> VisitMonitor::look(std::chrono::nanoseconds now) {
+    return due() ? arrival(now) : std::nullopt;
+}
+
+std::optional<Visit> VisitMonitor::arrival(std::chrono::nanoseconds now) {
     if (isTold || now - since < shortest) {
         return std::nullopt;
     }

@@ -17,11 +17,13 @@ public:
     using DerivedLocations::DerivedLocations;
 
     int demandChanges = 0;
+    bool isSilent = false;
     std::vector<Permission> asked;
 
 private:
     void demandChanged() override { ++demandChanges; }
     void askForPermission(Permission permission) override { asked.push_back(permission); }
+    [[nodiscard]] bool isSilentWhenStill() const override { return isSilent; }
 };
 
 /// Writes down what it is told, under its name.
@@ -136,6 +138,69 @@ TEST_F(DerivedLocationsTest, AVisitBeginsNoEarlierThanItsMonitoring) {
     first->startMonitoringVisits();
 
     EXPECT_EQ(fixAt(0).events, 0U);
+}
+
+class SilentLocationsTest : public DerivedLocationsTest {
+protected:
+    SilentLocationsTest() {
+        services.isSilent = true;
+        first->startMonitoringVisits();
+        fixAt(0);
+    }
+
+    /// What is told after so much time without a fix.
+    std::vector<std::string> toldAfter(std::chrono::nanoseconds silence) {
+        time.advance(silence);
+        return told();
+    }
+};
+
+TEST_F(SilentLocationsTest, AStayOfWhichNothingMoreIsHeardIsAVisitAfterFiveMinutesAndOnce) {
+    EXPECT_THAT(toldAfter(5min - 1ns), IsEmpty());
+    EXPECT_THAT(toldAfter(1ns), ElementsAre("first: arrival"));
+    EXPECT_THAT(toldAfter(24h), IsEmpty());
+    fixAt(1000);
+    EXPECT_THAT(told(), ElementsAre("first: departure"));
+    EXPECT_THAT(toldAfter(5min), ElementsAre("first: arrival"));
+}
+
+TEST_F(SilentLocationsTest, TimeThatTheDeviceHasSleptCounts) {
+    time.pass(6min);
+
+    EXPECT_THAT(told(), ElementsAre("first: arrival"));
+}
+
+TEST_F(SilentLocationsTest, AStayIsNoVisitAfterAFailureUntilTheNextFix) {
+    services.fail({LocationError::Kind::unknown, "No signal."});
+    EXPECT_THAT(toldAfter(1h), IsEmpty());
+
+    fixAt(1);
+
+    EXPECT_THAT(told(), ElementsAre("first: arrival"));
+}
+
+TEST_F(SilentLocationsTest, AStayIsNoVisitWhileTheLastFixLayOutside) {
+    fixAt(150, 60);
+    EXPECT_THAT(toldAfter(1h), IsEmpty());
+    fixAt(150, 60);
+    EXPECT_THAT(toldAfter(5min), ElementsAre("first: arrival"));
+}
+
+TEST_F(SilentLocationsTest, AStayIsNoVisitWhereNobodyMonitorsVisitsOrPermissionHasEnded) {
+    first->stopMonitoringVisits();
+    EXPECT_THAT(toldAfter(1h), IsEmpty());
+
+    first->startMonitoringVisits();
+    fixAt(1000);
+    services.setAuthorization(LocationAuthorization::denied);
+    EXPECT_THAT(toldAfter(1h), IsEmpty());
+}
+
+TEST_F(DerivedLocationsTest, WithAReceiverThatIsNotSilentSilenceIsNoStay) {
+    first->startMonitoringVisits();
+    fixAt(0);
+    time.advance(1h);
+    EXPECT_THAT(told(), IsEmpty());
 }
 
 TEST_F(DerivedLocationsTest, ASignificantChangeIsAFixAndIsToldOnce) {
@@ -288,6 +353,7 @@ TEST_F(DerivedLocationsTest, WhoeverWaitsIsToldThatPermissionIsGone) {
     EXPECT_EQ(services.demand(), DerivedLocations::Demand());
     EXPECT_EQ(fixAt(1000).receivers, 0U);
     EXPECT_THAT(told(), IsEmpty());
+    EXPECT_EQ(first->monitoredRegions().size(), 1U);
 
     services.setAuthorization(LocationAuthorization::whenInUse);
     fixAt(1000);

@@ -116,6 +116,33 @@ TEST_F(VisitMonitorTest, AWallClockThatIsSetMakesNoStayLongerOrShorter) {
     EXPECT_TRUE(fixAt(0));
 }
 
+TEST_F(VisitMonitorTest, AStayWithoutFurtherFixesIsDueFiveMinutesAfterItsBeginningAndOnce) {
+    EXPECT_EQ(monitor.due(), std::nullopt);
+    fixAt(0);
+    const std::chrono::nanoseconds due = now + 5min;
+    EXPECT_EQ(monitor.due(), due);
+    EXPECT_EQ(monitor.look(due - 1ns), std::nullopt);
+
+    const std::optional<Visit> visit = monitor.look(due);
+
+    EXPECT_EQ(visit, (Visit{{46, 14.5}, 10, wall, distantFuture}));
+    EXPECT_EQ(monitor.due(), std::nullopt);
+    EXPECT_EQ(monitor.look(due + 1h), std::nullopt);
+    EXPECT_EQ(fixAt(0), std::nullopt);
+    EXPECT_EQ(fixAt(500)->arrivalDate, visit->arrivalDate);
+}
+
+TEST_F(VisitMonitorTest, NothingIsDueWhileTheLastFixLayOutside) {
+    fixAt(0);
+    fixAt(150, 60);
+    EXPECT_EQ(monitor.due(), std::nullopt);
+    EXPECT_EQ(monitor.look(now + 1h), std::nullopt);
+
+    fixAt(0);
+
+    EXPECT_EQ(monitor.due(), now + 3min);
+}
+
 TEST_F(VisitMonitorTest, AfterAResetAVisitIsFoundAnew) {
     stayAt(0, 10);
     monitor.reset();

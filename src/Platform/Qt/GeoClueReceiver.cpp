@@ -27,6 +27,20 @@ RemoteObject manager() {
             QStringLiteral("org.freedesktop.GeoClue2.Manager")};
 }
 
+/// Whether the bus knows the service, or could start it. The bus itself answers at once.
+bool isServiceKnown() {
+    const RemoteObject bus{QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                           QStringLiteral("org.freedesktop.DBus")};
+    for (const char* const list : {"ListNames", "ListActivatableNames"}) {
+        QDBusPendingReply<QStringList> reply = bus.call(QLatin1String(list));
+        reply.waitForFinished();
+        if (!reply.isError() && reply.value().contains(serviceName())) {
+            return QGeoPositionInfoSource::availableSources().contains(QStringLiteral("geoclue2"));
+        }
+    }
+    return false;
+}
+
 /// Qt's client leaves its last position in a file of the user's when it ends, for everybody to read.
 void forgetLastPosition() {
     QFile::remove(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
@@ -57,9 +71,9 @@ GeoClueReceiver::GeoClueReceiver(const Clock& theClock, MainQueue& theQueue, std
       repetition(theQueue) {
     look.setSingleShot(true);
     QObject::connect(&look, &QTimer::timeout, &look, [this] { lookWhetherActive(); });
-    if (!isServiceThere()) {
+    if (!isServiceKnown()) {
         status = LocationAuthorization::denied;
-        output("QuorvaneSDK: this system has no location service (GeoClue 2); the location counts as not permitted");
+        say("this system has no location service (GeoClue 2); the location counts as not permitted");
     } else if (wasPermitted) {
         status = LocationAuthorization::always;
     }
@@ -69,13 +83,6 @@ GeoClueReceiver::~GeoClueReceiver() {
     if (source != nullptr) {
         source->stopUpdates();
     }
-}
-
-/// Asked before Qt's source is made, which would wait longer for an answer.
-bool GeoClueReceiver::isServiceThere() {
-    QDBusPendingReply<QDBusVariant> reply = manager().property(QStringLiteral("AvailableAccuracyLevel"));
-    reply.waitForFinished();
-    return !reply.isError() && QGeoPositionInfoSource::availableSources().contains(QStringLiteral("geoclue2"));
 }
 
 void GeoClueReceiver::ask() {
@@ -103,13 +110,27 @@ void GeoClueReceiver::startAfter(std::chrono::seconds time) {
     });
 }
 
+/// Asks first whether the service answers: Qt's source would wait for that, and let everything else wait.
 void GeoClueReceiver::start() {
     if (state != State::idle) {
         return;
     }
     retry.stop();
-    isFirst = true;
+    state = State::starting;
     context = std::make_unique<QObject>();
+    impatience.start(patience, [this] { loseHope(); });
+    whenAnswered<QDBusPendingReply<QDBusVariant>>(manager().property(QStringLiteral("AvailableAccuracyLevel")),
+                                                  context.get(), [this](const auto& reply) {
+                                                      if (reply.isError()) {
+                                                          noteSilence();
+                                                      } else {
+                                                          startClient();
+                                                      }
+                                                  });
+}
+
+void GeoClueReceiver::startClient() {
+    isFirst = true;
     source.reset(QGeoPositionInfoSource::createSource(
         QStringLiteral("geoclue2"), {{QStringLiteral("desktopId"), QString::fromStdString(desktopId)}}, nullptr));
     if (source == nullptr) {
@@ -117,7 +138,6 @@ void GeoClueReceiver::start() {
         return;
     }
     QObject::connect(source.get(), &QObject::destroyed, &forgetLastPosition);
-    state = State::starting;
     service = std::make_unique<QDBusServiceWatcher>(serviceName(), QDBusConnection::systemBus(),
                                                     QDBusServiceWatcher::WatchForUnregistration);
     QObject::connect(service.get(), &QDBusServiceWatcher::serviceUnregistered, context.get(), [this] { goneAway(); });
@@ -134,15 +154,34 @@ void GeoClueReceiver::start() {
     // Without it the service would be asked for no accuracy at all.
     source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
     source->setUpdateInterval(source->minimumUpdateInterval());
-    impatience.start(patience, [this] {
-        if (isComingBack) {
-            goneAway();
-        } else {
-            refuse("the location service (GeoClue 2) did not answer in time");
-        }
-    });
     source->startUpdates();
     watchClient();
+}
+
+/// The service is there by name only.
+void GeoClueReceiver::noteSilence() {
+    const std::string silence = "the location service (GeoClue 2) does not answer";
+    if (status == LocationAuthorization::notDetermined) {
+        refuse(silence);
+    } else {
+        say(silence);
+        goneAway();
+    }
+}
+
+/// The client is started, and has not become active.
+void GeoClueReceiver::loseHope() {
+    const std::string silence = "the location service (GeoClue 2) did not answer in time";
+    if (isComingBack) {
+        goneAway();
+    } else if (status == LocationAuthorization::notDetermined) {
+        refuse(silence);
+    } else {
+        // It was permitted before: the user has switched location off. The client goes on when it is on again.
+        say(silence);
+        state = State::off;
+        setStatus(LocationAuthorization::denied);
+    }
 }
 
 /// Qt's one error stands for a service that refuses, and for one that is gone.
@@ -152,6 +191,7 @@ void GeoClueReceiver::findOutWhy() {
             if (reply.isError() && (status == LocationAuthorization::always || isComingBack)) {
                 goneAway();
             } else {
+                answered = reply.isError() ? answered : std::optional(false);
                 refuse("the location service (GeoClue 2) does not let the application have the location");
             }
         });
@@ -186,6 +226,7 @@ void GeoClueReceiver::noteActive(bool isActive) {
         impatience.stop();
         isComingBack = false;
         state = State::running;
+        answered = true;
         setStatus(LocationAuthorization::always);
         if (!isWanted) {
             stop();
@@ -196,10 +237,16 @@ void GeoClueReceiver::noteActive(bool isActive) {
     }
 }
 
+void GeoClueReceiver::say(const std::string& line) {
+    if (said.insert(line).second) {
+        output("QuorvaneSDK: " + line);
+    }
+}
+
 void GeoClueReceiver::refuse(const std::string& why) {
     isComingBack = false;
     stop();
-    output("QuorvaneSDK: " + why);
+    say(why);
     setStatus(LocationAuthorization::denied);
 }
 
@@ -233,10 +280,19 @@ void GeoClueReceiver::stop() {
 void GeoClueReceiver::take(const QGeoPositionInfo& info) {
     Location fix = locationOf(info, -1);
     fix.timestamp = dateOf(info.timestamp());
+    const bool wasFirst = std::exchange(isFirst, false);
     // Qt tells the first one twice: as what it found, and as what it was told.
-    const bool isRepeated = !std::exchange(isFirst, false) && last == fix;
-    if (isRepeated || clock.now() - fix.timestamp > freshness) {
+    if (std::exchange(told, fix) == fix && !wasFirst) {
         return;
+    }
+    const auto age = clock.now() - fix.timestamp;
+    if (wasFirst && age > freshness) {
+        say("the first position of the location service (GeoClue 2) is too old, and is left out");
+        return;
+    }
+    if (age > freshness || age < -freshness) {
+        say("the location service (GeoClue 2) and this system disagree about the time; its positions get the system's");
+        fix.timestamp = clock.now();
     }
     last = fix;
     // A fix comes from a client that is active, and may come before its word about that.

@@ -61,20 +61,18 @@ std::shared_ptr<Kept> KeptServices::stored(const PreferencesStore& preferences) 
     return kept;
 }
 
-KeptServices::KeptServices(PreferencesStore& thePreferences, bool doesKeepPermission)
+KeptServices::KeptServices(PreferencesStore& thePreferences)
     : preferences(thePreferences),
-      keepsPermission(doesKeepPermission),
       written(preferences.dictionary(key).value_or(
           AnyCodable::Dictionary{{"permitted", false}, {"regions", AnyCodable::List()}})) {}
 
-void KeptServices::keep(const Kept& kept) {
+void KeptServices::keep(const RegionMonitor& monitored, std::optional<bool> answer) {
     AnyCodable::List regions;
-    for (const CircularRegion& region : kept.regions.regions()) {
-        regions.emplace_back(entryFor(region, kept.regions.state(region.identifier)));
+    for (const CircularRegion& region : monitored.regions()) {
+        regions.emplace_back(entryFor(region, monitored.state(region.identifier)));
     }
-    const bool isNow =
-        keepsPermission ? permitsLocations(kept.authorization) : valueIn<bool>(written, "permitted").value_or(false);
-    AnyCodable::Dictionary now{{"permitted", isNow}, {"regions", std::move(regions)}};
+    const bool isPermitted = answer.value_or(valueIn<bool>(written, "permitted").value_or(false));
+    AnyCodable::Dictionary now{{"permitted", isPermitted}, {"regions", std::move(regions)}};
     if (now != written) {
         written = std::move(now);
         preferences.setDictionary(key, written);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "JSON/AnyCodable.h"
@@ -23,15 +24,15 @@ public:
     /// What the launch before has kept. Entries that are none are left out.
     [[nodiscard]] static std::shared_ptr<DerivedLocations::Kept> stored(const PreferencesStore& preferences);
 
-    /// @p thePreferences outlives this. The permission is kept as it is unless it is one that the user gives.
-    KeptServices(PreferencesStore& thePreferences, bool doesKeepPermission);
+    /// @p thePreferences outlives this.
+    explicit KeptServices(PreferencesStore& thePreferences);
 
-    /// Writes when there is something new.
-    void keep(const DerivedLocations::Kept& kept);
+    /// Writes when there is something new. @p answer is what the user said of the permission; none: what was said
+    /// before holds.
+    void keep(const RegionMonitor& monitored, std::optional<bool> answer);
 
 private:
     PreferencesStore& preferences;
-    const bool keepsPermission;
     AnyCodable::Dictionary written;
 };
 

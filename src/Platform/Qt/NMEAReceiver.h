@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "Platform/Qt/Delay.h"
+#include "Platform/Delay.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
 

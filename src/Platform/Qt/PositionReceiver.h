@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "Platform/DerivedLocations.h"
 
@@ -24,6 +25,11 @@ public:
 
     /// What is known of the permission without asking the user.
     [[nodiscard]] virtual LocationAuthorization authorization() = 0;
+    /// What the user has answered since the receiver was made, and is to be remembered; none while nobody has. That a
+    /// service is not there, or location is switched off on the whole device, is no answer.
+    [[nodiscard]] virtual std::optional<bool> answer() const { return std::nullopt; }
+    /// Whether it tells of changes only, so that its silence means that the device does not move.
+    [[nodiscard]] virtual bool isSilentWhenStill() const { return false; }
     /// Asks the user, where that is fitting. The answer goes to the listener.
     virtual void ask() = 0;
     /// What is wanted from now on. Nothing is, before the first call.

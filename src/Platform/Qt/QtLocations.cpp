@@ -12,7 +12,7 @@ namespace quorvane::platform::qt {
 QtLocations::QtLocations(const Surroundings& surroundings, const PositionSource& source)
     : DerivedLocations(surroundings.clock, surroundings.queue, KeptServices::stored(surroundings.preferences)),
       around(surroundings),
-      memory(around.preferences, std::holds_alternative<GeoClue>(source)),
+      memory(around.preferences),
       impatience(around.queue),
       receiver(receiverFor(source)) {
     setAuthorization(receiver->authorization());
@@ -50,7 +50,7 @@ void QtLocations::demandChanged() {
     if (receiver == nullptr) {
         return;
     }
-    memory.keep(*kept());
+    memory.keep(kept()->regions, receiver->answer());
     const Demand now = demand();
     if (now == asked) {
         return;

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <memory>
 
+#include "Platform/Delay.h"
 #include "Platform/DerivedLocations.h"
-#include "Platform/Qt/Delay.h"
 #include "Platform/Qt/KeptServices.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
@@ -37,6 +37,7 @@ public:
 private:
     void demandChanged() override;
     void askForPermission(Permission permission) override;
+    [[nodiscard]] bool isSilentWhenStill() const override { return receiver->isSilentWhenStill(); }
     [[nodiscard]] PositionReceiver::Listener listener();
     [[nodiscard]] std::unique_ptr<PositionReceiver> receiverFor(const PositionSource& source);
     void limitPatience(bool isWaitedFor);

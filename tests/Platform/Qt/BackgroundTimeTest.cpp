@@ -12,11 +12,16 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 /// The mock logind that python3-dbusmock has.
 class LogindMock {
 public:
-    LogindMock() : process((privateBus(), std::vector<std::string>{QUORVANE_PYTHON, QUORVANE_TEST_BUS "/logind.py"})) {}
+    enum class Manner { usual, silent };
+
+    explicit LogindMock(Manner manner = Manner::usual)
+        : process((privateBus(), std::vector<std::string>{QUORVANE_PYTHON, QUORVANE_TEST_BUS "/logind.py",
+                                                          manner == Manner::silent ? "silent" : "usual"})) {}
 
     /// "what, who, why, mode" of each inhibitor that is held.
     static std::vector<std::string> inhibitors() {
@@ -102,6 +107,32 @@ TEST_F(BackgroundTimeWithoutLogindTest, AnInhibitorThatWasRefusedIsAskedForAnewB
     platform->application().endBackgroundTask(second);
     platform->application().endBackgroundTask(first);
     EXPECT_TRUE(runUntil([] { return LogindMock::inhibitors().empty(); }));
+}
+
+TEST_F(BackgroundTimeWithoutLogindTest, ALogindThatNeverAnswersHoldsNothingUpAndOneLineSaysSo) {
+    const LogindMock logind(LogindMock::Manner::silent);
+    launch(NMEAFile{});
+
+    const auto task = platform->application().beginBackgroundTask("upload", [] {});
+    EXPECT_NE(task, Application::BackgroundTask{0});
+    platform->mainQueue().poll();
+    EXPECT_THAT(output, IsEmpty()) << "it was waited for";
+
+    EXPECT_TRUE(runUntil([this] { return !output.empty(); }));
+    platform->application().endBackgroundTask(task);
+    EXPECT_THAT(output, ElementsAre(StartsWith("QuorvaneSDK: the system's sleep cannot be delayed for work in the "
+                                               "background: ")));
+}
+
+TEST_F(BackgroundTimeTest, AProcessThatIsKilledHoldsNothingAnyMore) {
+    {
+        const testing::ServiceProcess holder({QUORVANE_SLEEP_HOLDER, home.path()});
+        EXPECT_TRUE(heldBecomes(1));
+        EXPECT_THAT(LogindMock::inhibitors(), ElementsAre("sleep, holder, held to the end, delay"));
+        // Its end is SIGKILL.
+    }
+
+    EXPECT_TRUE(heldBecomes(0));
 }
 
 TEST_F(BackgroundTimeTest, SleepIsDelayedWhileATaskIsOpenAndBySleepOnly) {

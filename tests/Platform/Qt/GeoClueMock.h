@@ -42,6 +42,8 @@ public:
     }
     /// What the service says to applications: "permit", "off" (location is switched off), "refuse" or "wait".
     void answer(const QString& how) { govern("Answer", {how}); }
+    /// The service is there, and answers nothing.
+    void setSilent(bool silent) { govern("Silence", {silent}); }
     void leave() { govern("Leave"); }
     void comeBack() { govern("Return"); }
 

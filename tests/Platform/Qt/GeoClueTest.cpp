@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "Platform/Clock.h"
 #include "Platform/Qt/GeoClueMock.h"
 #include "Platform/Qt/QtLocationTest.h"
 
@@ -103,6 +104,48 @@ TEST_F(GeoClueTest, AStaleFirstFixIsNone) {
     ASSERT_EQ(listener.fixes.size(), 1U);
     EXPECT_NEAR(listener.fixes[0].coordinate.latitude, there.latitude, 1e-9);
 }
+
+TEST_F(GeoClueTest, OfAStaleFirstFixOneLineIsSaidHoweverOftenItComes) {
+    askForPermission();
+    service.moveTo(here, 5, 3600);
+    for (int i = 0; i < 3; ++i) {
+        manager->startUpdatingLocation();
+        settle();
+        manager->stopUpdatingLocation();
+        settle();
+    }
+
+    EXPECT_THAT(listener.fixes, IsEmpty());
+    EXPECT_THAT(output,
+                ElementsAre("QuorvaneSDK: the first position of the location service (GeoClue 2) is too old, and "
+                            "is left out"));
+}
+
+/// Seconds by which the service's clock is behind this system's one.
+class GeoClueClockTest : public GeoClueTest, public ::testing::WithParamInterface<double> {};
+
+TEST_P(GeoClueClockTest, FixesOfAServiceWithAnotherIdeaOfTheTimeGetTheTimeOfTheClockAndOneLineSaysSo) {
+    askForPermission();
+    manager->startUpdatingLocation();
+    service.moveTo(here);
+    settle();
+    ASSERT_EQ(listener.fixes.size(), 1U);
+    EXPECT_THAT(output, IsEmpty());
+
+    const Date before = platform->clock().now();
+    for (const double latitude : {46.01, 46.02}) {
+        service.moveTo({latitude, 14.5}, 5, GetParam());
+        settle();
+    }
+
+    ASSERT_EQ(listener.fixes.size(), 3U);
+    EXPECT_GE(listener.fixes[1].timestamp, before);
+    EXPECT_LE(listener.fixes[2].timestamp, platform->clock().now());
+    EXPECT_THAT(output, ElementsAre("QuorvaneSDK: the location service (GeoClue 2) and this system disagree about the "
+                                    "time; its positions get the system's"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Clocks, GeoClueClockTest, ::testing::Values(3600, -3600));
 
 TEST_F(GeoClueTest, AnUnknownAccuracyStaysNegative) {
     askForPermission();
@@ -217,6 +260,47 @@ TEST_F(GeoClueTest, APermissionThatIsTakenBackBetweenTwoLaunchesIsDeniedOnceAFix
 
     launch(GeoClue{"rider"});
     EXPECT_EQ(manager->authorization(), LocationAuthorization::notDetermined);
+}
+
+TEST_F(GeoClueTest, ALaunchWithoutTheServiceForgetsNoPermission) {
+    askForPermission();
+    service.leave();
+    launch(GeoClue{"rider"});
+    manager->startMonitoring({"home", here, 100});
+    manager->startUpdatingLocation();
+    settle();
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::denied);
+
+    service.comeBack();
+    launch(GeoClue{"rider"});
+
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+}
+
+TEST_F(GeoClueTest, ALaunchWhileLocationIsSwitchedOffForgetsNoPermission) {
+    askForPermission();
+    manager->startUpdatingLocation();
+    settle();
+    service.answer("off");
+    settle();
+    ASSERT_EQ(manager->authorization(), LocationAuthorization::denied);
+
+    launch(GeoClue{"rider"});
+
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+}
+
+TEST_F(GeoClueTest, AServiceThatNeverAnswersHoldsNothingUpAndIsDeniedWithOneLine) {
+    service.setSilent(true);
+    launch(GeoClue{"rider"});
+    manager->requestAuthorization(LocationManager::Permission::always);
+    manager->startUpdatingLocation();
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::notDetermined) << "it was waited for";
+
+    EXPECT_TRUE(runUntil([this] { return manager->authorization() == LocationAuthorization::denied; }));
+
+    EXPECT_THAT(output, ElementsAre("QuorvaneSDK: the location service (GeoClue 2) does not answer"));
+    EXPECT_THAT(listener.told, ElementsAre("fail denied"));
 }
 
 TEST_F(GeoClueTest, TheLastPositionIsNotLeftInAFile) {

@@ -2,6 +2,8 @@
 #include <fstream>
 
 #include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -268,11 +270,54 @@ TEST_F(NMEASocketTest, AServerThatRefusesSaysSo) {
                                                " gives nothing: Connection refused"));
 }
 
+/// The socket of this process that is connected to @p port; -1: none.
+int connectionTo(std::uint16_t port) {
+    for (int handle = 0; handle < static_cast<int>(sysconf(_SC_OPEN_MAX)) && handle < 4096; ++handle) {
+        sockaddr_in other{};
+        socklen_t size = sizeof other;
+        const bool isConnected = getpeername(handle, reinterpret_cast<sockaddr*>(&other), &size) == 0;
+        if (isConnected && other.sin_family == AF_INET && ntohs(other.sin_port) == port) {
+            return handle;
+        }
+    }
+    return -1;
+}
+
+int optionOf(int handle, int level, int name) {
+    int value = -1;
+    socklen_t size = sizeof value;
+    EXPECT_EQ(getsockopt(handle, level, name, &value, &size), 0);
+    return value;
+}
+
+TEST_F(NMEASocketTest, AServerThatIsGoneWithoutAWordIsFoundOutWithinAMinute) {
+    launch(NMEASocket{"127.0.0.1", server.number()});
+    manager->startUpdatingLocation();
+    platform->mainQueue().poll();
+    const int connection = accept4(server.socketHandle(), nullptr, nullptr, SOCK_CLOEXEC);
+    send(connection, position(0, "03.0000"));
+    ASSERT_TRUE(runUntilFixes(1));
+
+    const int own = connectionTo(server.number());
+
+    ASSERT_GE(own, 0);
+    EXPECT_EQ(optionOf(own, SOL_SOCKET, SO_KEEPALIVE), 1);
+    EXPECT_LE(optionOf(own, IPPROTO_TCP, TCP_KEEPIDLE) +
+                  optionOf(own, IPPROTO_TCP, TCP_KEEPINTVL) * optionOf(own, IPPROTO_TCP, TCP_KEEPCNT),
+              60);
+    close(connection);
+}
+
 class NMEASerialTest : public NMEATest {
 protected:
     /// The other end of a line, as a receiver would be.
-    const int receiver = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const bool isUnlocked = grantpt(receiver) == 0 && unlockpt(receiver) == 0;
+    static int plugIn() {
+        const int end = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        EXPECT_TRUE(grantpt(end) == 0 && unlockpt(end) == 0);
+        return end;
+    }
+
+    int receiver = plugIn();
     const std::string port = ptsname(receiver);
 
     ~NMEASerialTest() override { close(receiver); }
@@ -286,6 +331,27 @@ TEST_F(NMEASerialTest, APortsSentencesAreFixes) {
 
     EXPECT_EQ(write(receiver, text.data(), text.size()), static_cast<ssize_t>(text.size()));
 
+    EXPECT_TRUE(runUntilFixes(1));
+}
+
+TEST_F(NMEASerialTest, AReceiverThatIsPulledOutIsToldAndTriedAgain) {
+    const std::string name = home.path() + "/receiver";
+    ASSERT_EQ(symlink(port.c_str(), name.c_str()), 0);
+    launch(NMEASerialPort{name, 9600});
+    manager->startUpdatingLocation();
+    platform->mainQueue().poll();
+
+    close(receiver);
+    ASSERT_TRUE(runUntilFailure());
+    EXPECT_THAT(listener.failures, ElementsAre("the serial port " + name + " gives nothing: The other end is gone"));
+
+    receiver = plugIn();
+    ASSERT_EQ(unlink(name.c_str()), 0);
+    ASSERT_EQ(symlink(ptsname(receiver), name.c_str()), 0);
+    manager->requestLocation();
+    platform->mainQueue().poll();
+    const std::string text = position(0, "03.0000");
+    EXPECT_EQ(write(receiver, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     EXPECT_TRUE(runUntilFixes(1));
 }
 

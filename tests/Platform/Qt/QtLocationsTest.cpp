@@ -107,6 +107,65 @@ TEST_F(QtLocationsTest, AServiceThatIsGoneIsStartedAgainFiveSecondsLater) {
     EXPECT_EQ(service->starts(), before + 1);
 }
 
+TEST_F(QtLocationsTest, ALocationThatWasPermittedAndIsSwitchedOffAtTheLaunchIsDeniedAfterAMinuteAndComesBack) {
+    service.emplace();
+    service->answer("off");
+    phone->preferences().setDictionary(KeptServices::key, {{"permitted", true}, {"regions", AnyCodable::List()}});
+    launch(GeoClue{});
+    manager->startUpdatingLocation();
+    settle();
+    phone->advance(59s);
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+    phone->advance(1s);
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::denied);
+    EXPECT_EQ(phone->preferences().dictionary(KeptServices::key)->at("permitted"), AnyCodable(true));
+
+    service->answer("permit");
+    settle();
+
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+}
+
+TEST_F(QtLocationsTest, AStayInTheSilenceOfTheServiceIsAVisit) {
+    service.emplace();
+    phone->setWallTime(Date(std::chrono::system_clock::now().time_since_epoch()));
+    launch(GeoClue{});
+    manager->requestAuthorization(LocationManager::Permission::always);
+    manager->startMonitoringVisits();
+    service->moveTo({46, 14.5});
+    settle();
+    phone->advance(299s);
+    EXPECT_THAT(listener.told, IsEmpty());
+
+    phone->advance(1s);
+
+    EXPECT_THAT(listener.told, ElementsAre("visit"));
+}
+
+TEST_F(QtLocationsTest, AServiceThatWasPermittedAndDoesNotAnswerFailsWhoWaitsAndIsTriedAgain) {
+    service.emplace();
+    phone->preferences().setDictionary(KeptServices::key, {{"permitted", true}, {"regions", AnyCodable::List()}});
+    service->setSilent(true);
+    launch(GeoClue{});
+    manager->startUpdatingLocation();
+    settle();
+    EXPECT_THAT(listener.failures, IsEmpty());
+
+    while (listener.failures.empty()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        phone->runUntilIdle();
+    }
+    EXPECT_THAT(listener.failures, ElementsAre("The location service has gone away."));
+    EXPECT_EQ(manager->authorization(), LocationAuthorization::always);
+    EXPECT_THAT(phone->application().outputLines(), Contains(HasSubstr("does not answer")));
+    EXPECT_EQ(service->starts(), 0);
+
+    service->setSilent(false);
+    phone->advance(5s);
+    settle();
+    EXPECT_EQ(service->starts(), 1);
+}
+
 TEST_F(QtLocationsTest, EntriesThatTellNoRegionAreLeftOut) {
     const AnyCodable::Dictionary home{{"identifier", "home"}, {"latitude", 46.0}, {"longitude", 14.5}, {"radius", 100}};
     AnyCodable::Dictionary whole = home;

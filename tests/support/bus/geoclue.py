@@ -5,6 +5,7 @@ import time
 
 import dbus
 import dbus.bus
+import dbus.lowlevel
 import dbus.service
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
@@ -124,13 +125,26 @@ class Governor(dbus.service.Object):
     def Return(self):
         bus.request_name(NAME)
 
+    @dbus.service.method(INTERFACE, "b", "")
+    def Silence(self, silent):
+        global isSilent
+        isSilent = silent
+
     @dbus.service.method(INTERFACE, "", "as")
     def Calls(self):
         return calls + [""]
 
 
+def swallow(_connection, message):
+    """While the service is silent, what is said to it is taken and not answered."""
+    isItsOwn = message.get_path() is not None and message.get_path().startswith("/org/freedesktop/GeoClue2")
+    return dbus.lowlevel.HANDLER_RESULT_HANDLED if isSilent and isItsOwn else dbus.lowlevel.HANDLER_RESULT_NOT_YET_HANDLED
+
+
 DBusGMainLoop(set_as_default=True)
+isSilent = False
 bus = dbus.bus.BusConnection(os.environ["DBUS_SYSTEM_BUS_ADDRESS"])
+bus.add_message_filter(swallow)
 calls = []
 manager = Manager(bus, "/org/freedesktop/GeoClue2/Manager", {"AvailableAccuracyLevel": dbus.UInt32(8)})
 client = Client(bus, CLIENT, {

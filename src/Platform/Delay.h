@@ -6,7 +6,7 @@
 
 #include "Platform/MainQueue.h"
 
-namespace quorvane::platform::qt {
+namespace quorvane::platform {
 
 /// One piece of work on the main queue, later, unless it is stopped or started anew before.
 class Delay {
@@ -32,4 +32,4 @@ private:
     MainQueue::Ticket ticket = 0;
 };
 
-} // namespace quorvane::platform::qt
+} // namespace quorvane::platform
