@@ -1,5 +1,7 @@
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 #include <sched.h>
@@ -42,28 +44,6 @@ private:
     cpu_set_t before{};
 };
 
-/// Runs one exchange after the other: each begins once the one before has its answer, which holds ten places.
-template <class Request>
-void measure(benchmark::State& state, platform::NativeMainQueue& queue, Request request) {
-    for (auto _ : state) {
-        std::int64_t count = -1;
-        request([&](std::int64_t places) { count = places; });
-        if (!queue.runUntil([&] { return count >= 0; }, longEnough) || count != 10) {
-            state.SkipWithError("no answer");
-            return;
-        }
-    }
-}
-
-void plain(benchmark::State& state) {
-    const OneProcessor pinned;
-    const std::uint16_t port = answeringPort();
-    const auto queue = platform::NativeMainQueue::make();
-    PlainExchange exchange(*queue, port);
-    measure(state, *queue, [&](auto done) { exchange.request(std::move(done)); });
-}
-BENCHMARK(plain)->Name("request of 2 KB/libcurl, a hop and a parse")->MeasureProcessCPUTime();
-
 /// The library with valid tokens, calling the server as its data service.
 class Library {
 public:
@@ -95,19 +75,88 @@ private:
     std::shared_ptr<platform::NativePlatform> phone;
 };
 
-void ours(benchmark::State& state) {
+/// A call, as the library makes it and as its address reads.
+struct Call {
+    std::string address;
+    std::int64_t count;
+    std::function<void(const std::function<void(std::int64_t)>& done)> make;
+};
+
+template <class Model>
+auto counting(const std::function<void(std::int64_t)>& done) {
+    return [done](QVStatus, const auto&, const std::shared_ptr<JSONResponseList<Model>>& list) {
+        done(list ? static_cast<std::int64_t>(list->data.size()) : 0);
+    };
+}
+
+const platform::Location here{{46.05, 14.5}};
+
+const Call places{"/locations/find?lat=46.05&lng=14.5&rad=5000", 10, [](const auto& done) {
+                      QuorvaneAPI::shared().request(
+                          SearchPlacesEndpoint(here, 5000, std::nullopt, std::nullopt, std::nullopt, std::nullopt, 10),
+                          counting<QVPlace>(done));
+                  }};
+
+const Call tasks{"/generate/tasks?lat=46.05&lng=14.5&rad=5000", 1, [](const auto& done) {
+                     QuorvaneAPI::shared().request(
+                         SearchTasksEndpoint(here, 5000, std::nullopt, std::nullopt, std::nullopt),
+                         counting<QVTask>(done));
+                 }};
+
+/// Runs one exchange after the other: each begins once the one before has its answer with all objects in it.
+template <class Request>
+void measure(benchmark::State& state, platform::NativeMainQueue& queue, std::int64_t expected, Request request) {
+    for (auto _ : state) {
+        std::int64_t count = -1;
+        request([&](std::int64_t objects) { count = objects; });
+        if (!queue.runUntil([&] { return count >= 0; }, longEnough) || count != expected) {
+            state.SkipWithError("no answer");
+            return;
+        }
+    }
+}
+
+/// The lines of a request's headers, as the library sends them.
+std::vector<std::string> headerLines() {
+    const Library library;
+    std::vector<std::string> lines;
+    for (const auto& [name, value] : QuorvaneAPI::shared().getHeaders()) {
+        lines.push_back(name + ": " + value);
+    }
+    lines.emplace_back("Accept-Encoding: identity");
+    return lines;
+}
+
+void plain(benchmark::State& state, const Call& call) {
+    const OneProcessor pinned;
+    const std::string url = "http://127.0.0.1:" + std::to_string(answeringPort()) + call.address;
+    const auto queue = platform::NativeMainQueue::make();
+    PlainExchange exchange(*queue, url, headerLines());
+    measure(state, *queue, call.count, [&](auto done) { exchange.request(std::move(done)); });
+}
+
+void ours(benchmark::State& state, const Call& call) {
     const OneProcessor pinned;
     Library library;
-    const platform::Location here{{46.05, 14.5}};
-    measure(state, library.queue(), [&](auto done) {
-        QuorvaneAPI::shared().request(
-            SearchPlacesEndpoint(here, 5000, std::nullopt, std::nullopt, std::nullopt, std::nullopt, 10),
-            [done](QVStatus, const auto&, const std::shared_ptr<JSONResponseList<QVPlace>>& places) {
-                done(places ? static_cast<std::int64_t>(places->data.size()) : 0);
-            });
-    });
+    measure(state, library.queue(), call.count, call.make);
 }
-BENCHMARK(ours)->Name("request of 2 KB/ours")->MeasureProcessCPUTime();
+
+void plainPlaces(benchmark::State& state) {
+    plain(state, places);
+}
+void ourPlaces(benchmark::State& state) {
+    ours(state, places);
+}
+void plainTask(benchmark::State& state) {
+    plain(state, tasks);
+}
+void ourTask(benchmark::State& state) {
+    ours(state, tasks);
+}
+BENCHMARK(plainPlaces)->Name("request of 2 KB, ten places/libcurl, a hop and a parse")->MeasureProcessCPUTime();
+BENCHMARK(ourPlaces)->Name("request of 2 KB, ten places/ours")->MeasureProcessCPUTime();
+BENCHMARK(plainTask)->Name("request of 2 KB, one task/libcurl, a hop and a parse")->MeasureProcessCPUTime();
+BENCHMARK(ourTask)->Name("request of 2 KB, one task/ours")->MeasureProcessCPUTime();
 
 } // namespace
 

@@ -13,25 +13,19 @@ std::size_t collect(char* bytes, std::size_t size, std::size_t count, void* body
     return size * count;
 }
 
-curl_slist* makeHeaders() {
+curl_slist* makeHeaders(const std::vector<std::string>& lines) {
     curl_slist* headers = nullptr;
-    for (const char* const header :
-         {"Accept: application/json", "Content-Type: application/json", "X-Quorvane-Device-Make: Apple",
-          "X-Quorvane-Device-Model: iPhone 11", "X-Quorvane-Device-OS: 16.4.1", "X-Quorvane-Device-Type: iOS",
-          "X-Quorvane-SDK-Version: 0.0.2", "Authorization: Bearer token"}) {
-        headers = curl_slist_append(headers, header);
+    for (const std::string& line : lines) {
+        headers = curl_slist_append(headers, line.c_str());
     }
     return headers;
 }
 
-std::string addressOf(std::uint16_t port) {
-    return "http://127.0.0.1:" + std::to_string(port) + "/locations/find?lat=46.05&lng=14.5&rad=5000";
-}
-
 } // namespace
 
-PlainExchange::PlainExchange(platform::NativeMainQueue& theQueue, std::uint16_t thePort)
-    : queue(theQueue), port(thePort), worker([this] { work(); }) {}
+PlainExchange::PlainExchange(platform::NativeMainQueue& theQueue, std::string theUrl,
+                             std::vector<std::string> theHeaders)
+    : queue(theQueue), url(std::move(theUrl)), lines(std::move(theHeaders)), worker([this] { work(); }) {}
 
 PlainExchange::~PlainExchange() {
     {
@@ -67,8 +61,7 @@ void PlainExchange::work() {
         waiting.reset();
         lock.unlock();
         body.clear();
-        curl_slist* const headers = makeHeaders();
-        const std::string url = addressOf(port);
+        curl_slist* const headers = makeHeaders(lines);
         curl_easy_setopt(curl, CURLOPT_HTTPHEADER, headers);
         curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
         const CURLcode code = curl_easy_perform(curl);

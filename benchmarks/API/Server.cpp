@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <netinet/in.h>
@@ -16,8 +17,13 @@ namespace quorvane {
 
 namespace {
 
+std::string answerWith(const std::string& body) {
+    return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\n\r\n" + body;
+}
+
 /// Ten places, in about 2 KB.
-std::string answer() {
+std::string places() {
     std::string body = R"({"count":10,"data":[)";
     for (int i = 0; i < 10; ++i) {
         const std::string number = std::to_string(i);
@@ -26,14 +32,36 @@ std::string answer() {
                 R"( Main Street","city":"Town","country":"SI","zipCode":"1000","latitude":46.05)" + number +
                 R"(,"longitude":14.5)" + number + R"(,"categories":["food","open"],"active":true})";
     }
-    body += "]}";
-    return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
-           "\r\n\r\n" + body;
+    return body + "]}";
+}
+
+/// One task with three questions, in about 2 KB.
+std::string task() {
+    std::string body =
+        R"({"count":1,"data":[{"key":"5f2c1a9be07d4c3388a1b6d2","title":"Shelf check, soft drinks",)"
+        R"("description":"Walk to the soft drinks and look at the two shelves at the height of your eyes. )"
+        R"(Answer for what stands there now, not for what the labels say. Please do not move anything, )"
+        R"(and ask nobody for help: the check is about what a customer sees who comes in at this time.",)"
+        R"("created":1760000000000,"due":1760600000000,"distance":1.25,"state":"generated",)"
+        R"("location":{"address1":"12 Main Street","city":"Town","country":"SI","zipCode":"1000",)"
+        R"("latitude":46.05,"longitude":14.5},"questions":[)";
+    for (int i = 0; i < 3; ++i) {
+        const std::string number = std::to_string(i);
+        body += i == 0 ? "" : ",";
+        body +=
+            R"({"key":"question-)" + number + R"(","order":)" + number +
+            R"(,"type":"openEnded","question":"How many bottles of the brand in the picture can you count on the shelf )"
+            R"(at the height of your eyes, those behind the first row included? Count a pack as one bottle, and )"
+            R"(leave out bottles that have been opened.","openTextPlaceholder":"A number, in figures",)"
+            R"("isOptional":false,"singleLineResponse":true})";
+    }
+    return body + R"(],"rewards":[],"taskRequirements":["A camera","A quarter of an hour"],"version":1}]})";
 }
 
 /// Answers whoever connects, for ever. A request is taken to arrive in one piece.
 [[noreturn]] void serve(int listener) {
-    const std::string bytes = answer();
+    const std::string ofPlaces = answerWith(places());
+    const std::string ofTasks = answerWith(task());
     std::vector<pollfd> files{{listener, POLLIN, 0}};
     for (;;) {
         poll(files.data(), files.size(), -1);
@@ -45,10 +73,15 @@ std::string answer() {
             if (files[i].revents == 0) {
                 continue;
             }
-            if (read(files[i].fd, request, sizeof request) <= 0) {
+            const ssize_t length = read(files[i].fd, request, sizeof request);
+            if (length <= 0) {
                 close(files[i].fd);
                 files[i].fd = -1;
-            } else if (send(files[i].fd, bytes.data(), bytes.size(), MSG_NOSIGNAL) < 0) {
+                continue;
+            }
+            const std::string_view line(request, static_cast<std::size_t>(length));
+            const std::string& bytes = line.starts_with("GET /generate/tasks") ? ofTasks : ofPlaces;
+            if (send(files[i].fd, bytes.data(), bytes.size(), MSG_NOSIGNAL) < 0) {
                 std::_Exit(1);
             }
         }

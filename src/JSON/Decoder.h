@@ -118,12 +118,17 @@ private:
         std::vector<Value> list;
         list.reserve(value.count());
         for (const Element element : Elements(value)) {
-            Value item{};
-            if (!readItem(element, item, reading)) {
-                reading.within(list.size());
+            if constexpr (std::same_as<Value, bool>) {
+                bool item = false;
+                if (!readItem(element, item, reading)) {
+                    reading.within(list.size());
+                    return false;
+                }
+                list.push_back(item);
+            } else if (!readItem(element, list.emplace_back(), reading)) {
+                reading.within(list.size() - 1);
                 return false;
             }
-            list.push_back(std::move(item));
         }
         field = std::move(list);
         return true;

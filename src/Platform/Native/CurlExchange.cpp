@@ -85,7 +85,7 @@ void CurlExchange::setAlways() {
 }
 
 bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const CurlAddress& address) {
-    if (!easy) {
+    if (!easy || !urlParts) {
         return false;
     }
     requestNumber = theNumber;
@@ -156,12 +156,13 @@ void CurlExchange::setHeaders() {
 }
 
 void CurlExchange::setAddress(const CurlAddress& address) {
-    // libcurl takes an address apart, puts it together and writes its query byte by byte, but copies a target.
+    // Given a text, libcurl would take it apart and put it together for each request, and write its query byte by byte.
     const std::size_t target = address.targetIn(request.url);
     const std::string_view where(request.url.data(), target == 0 ? request.url.size() : target + 1);
     if (where != urlSet) {
         urlSet = where;
-        set(handle(), CURLOPT_URL, urlSet.c_str());
+        curl_url_set(urlParts.get(), CURLUPART_URL, urlSet.c_str(), CURLU_PATH_AS_IS);
+        set(handle(), CURLOPT_CURLU, urlParts.get());
     }
     set(handle(), CURLOPT_REQUEST_TARGET,
         target == 0 ? static_cast<const char*>(nullptr) : request.url.c_str() + target);

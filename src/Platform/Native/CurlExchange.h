@@ -53,8 +53,9 @@ private:
     bool isPlain = true;
     List headers{nullptr, &curl_slist_free_all};
     List connectTo{nullptr, &curl_slist_free_all};
-    /// libcurl's address, with the target or without.
+    /// libcurl's address, with the target or without: as text, and taken apart.
     std::string urlSet;
+    const std::unique_ptr<CURLU, void (*)(CURLU*)> urlParts{curl_url(), &curl_url_cleanup};
     /// What the route was set for.
     std::string host;
     std::uint16_t port = 0;
