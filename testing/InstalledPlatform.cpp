@@ -15,4 +15,9 @@ void InstalledPlatform::relaunch() {
     platform::install(simulated);
 }
 
+void InstalledPlatform::relaunchAfterKill() {
+    simulated->preferences().refuseWrites(true);
+    relaunch();
+}
+
 } // namespace quorvane::testing

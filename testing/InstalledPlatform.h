@@ -22,6 +22,9 @@ public:
     /// The application ends and starts again with what it stored; see `SimulatedPlatform::nextLaunch`.
     void relaunch();
 
+    /// The same, but the application did not end by itself: nothing that it does on its way out is stored.
+    void relaunchAfterKill();
+
 private:
     std::shared_ptr<SimulatedPlatform> simulated;
 };

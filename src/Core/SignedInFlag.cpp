@@ -10,6 +10,12 @@ namespace quorvane {
 
 SignedInFlag::SignedInFlag(platform::Platform& thePlatform) : platform(thePlatform) {}
 
+SignedInFlag::~SignedInFlag() {
+    while (isRefreshing()) {
+        endRefresh();
+    }
+}
+
 SignedInFlag& SignedInFlag::shared() {
     return platform::shared<SignedInFlag>();
 }
@@ -19,7 +25,7 @@ bool SignedInFlag::isSet() const {
 }
 
 bool SignedInFlag::isTracking() const {
-    return refreshes > 0 && isAsRefreshLeftIt() ? afterRefresh : isSet();
+    return isRefreshing() && isAsRefreshLeftIt() ? afterRefresh : isSet();
 }
 
 void SignedInFlag::set(bool value) {

@@ -12,6 +12,10 @@ namespace quorvane {
 class SignedInFlag {
 public:
     explicit SignedInFlag(platform::Platform& platform);
+    SignedInFlag(const SignedInFlag&) = delete;
+    SignedInFlag& operator=(const SignedInFlag&) = delete;
+    /// Refreshes that are still under way when the platform is taken out of use end here: no answer will come.
+    ~SignedInFlag();
 
     [[nodiscard]] static SignedInFlag& shared();
 
@@ -28,9 +32,12 @@ public:
     void beginRefresh();
 
     /// After the last of overlapping refreshes the entry is again what it was before the first of them, or what was
-    /// set meanwhile; an entry that was written or removed past this class stays as it is. A process that ends in
+    /// set meanwhile; an entry that was written or removed past this class stays as it is. A process that is killed in
     /// between leaves false.
     void endRefresh();
+
+    /// Whether a refresh is under way.
+    [[nodiscard]] bool isRefreshing() const { return refreshes > 0; }
 
 private:
     void write(bool value);

@@ -211,10 +211,25 @@ TEST_F(SignedInFlagRulesTest, AProcessKilledDuringARefreshLeavesItOff) {
     transport().answer("POST", "/token", Answer::json(tokenAnswer()));
     request();
 
-    phone.relaunch();
+    phone.relaunchAfterKill();
     phone->runUntilIdle();
 
     EXPECT_EQ(flag(), false);
+}
+
+TEST_F(SignedInFlagRulesTest, ARefreshThatThePlatformIsTakenAwayFromLeavesTheFlagAndTheTokensAsTheyWere) {
+    storeTokens(-1);
+    setFlag(true);
+    transport().answer("POST", "/token", Answer::json(tokenAnswer()));
+    const auto tokens = stored("quorvane_access_token");
+    request();
+    EXPECT_EQ(flag(), false);
+
+    phone.relaunch();
+    phone->runUntilIdle();
+
+    EXPECT_EQ(flag(), true);
+    EXPECT_EQ(stored("quorvane_access_token"), tokens);
 }
 
 TEST_F(SignedInFlagRulesTest, AProcessKilledDuringASignInLeavesItOff) {
@@ -223,7 +238,7 @@ TEST_F(SignedInFlagRulesTest, AProcessKilledDuringASignInLeavesItOff) {
     request();
     answerNext();
 
-    phone.relaunch();
+    phone.relaunchAfterKill();
     phone->runUntilIdle();
 
     EXPECT_EQ(flag(), false);

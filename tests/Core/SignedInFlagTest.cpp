@@ -160,11 +160,33 @@ TEST_F(SignedInFlagTest, TrackingGoesByAnEntryThatSomebodyElseWroteDuringARefres
     EXPECT_FALSE(flag.isTracking());
 }
 
-TEST_F(SignedInFlagTest, AProcessThatEndsDuringARefreshLeavesFalse) {
+TEST_F(SignedInFlagTest, RefreshesUnderWayWhenThePlatformIsTakenOutOfUseAreGivenBack) {
+    flag.set(true);
+    flag.beginRefresh();
+    flag.beginRefresh();
+    EXPECT_TRUE(flag.isRefreshing());
+
+    phone.relaunch();
+
+    EXPECT_EQ(stored(), true);
+    EXPECT_FALSE(SignedInFlag::shared().isRefreshing());
+}
+
+TEST_F(SignedInFlagTest, AnEntryThatSomebodyElseRemovedStaysAwayWhenThePlatformIsTakenOutOfUse) {
+    flag.set(true);
+    flag.beginRefresh();
+    preferences().remove("quorvane_background_tracking");
+
+    phone.relaunch();
+
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(SignedInFlagTest, AProcessThatIsKilledDuringARefreshLeavesFalse) {
     flag.set(true);
     flag.beginRefresh();
 
-    phone.relaunch();
+    phone.relaunchAfterKill();
 
     EXPECT_EQ(stored(), false);
     EXPECT_FALSE(SignedInFlag::shared().isSet());
