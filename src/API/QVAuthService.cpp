@@ -39,6 +39,13 @@ std::int64_t addSaturated(std::int64_t now, std::int64_t seconds) {
     return seconds < 0 && now < Limits::min() - seconds ? Limits::min() : now + seconds;
 }
 
+/// Whether a request can carry them: a header has no line break and no zero byte.
+bool canBeSent(const QVAuthTokenResponse& tokens) {
+    constexpr std::string_view breaks("\r\n\0", 3);
+    return tokens.tokenType.find_first_of(breaks) == std::string::npos &&
+           tokens.accessToken.find_first_of(breaks) == std::string::npos;
+}
+
 } // namespace
 
 QVAuthService::QVAuthService(platform::Platform& thePlatform) : platform(thePlatform) {}
@@ -86,11 +93,11 @@ void QVAuthService::handleAuthenticateFlow(const std::string& userId, const std:
             router->request(
                 SendTokenEndpoint(answer->code, verifier, clientId, redirect), standardHeaders(),
                 [this, done](QVStatus status, const auto&, const std::shared_ptr<QVAuthTokenResponse>& tokens) {
-                    if (tokens) {
-                        setTokenResponse(*tokens);
+                    const bool isStored = setTokenResponse(tokens.get());
+                    if (isStored) {
                         SignedInFlag::shared().set(true);
                     }
-                    done(status, tokens != nullptr);
+                    done(tokens && !isStored ? QVStatus::ERROR_SERIALIZATION : status, isStored);
                 });
         });
 }
@@ -107,11 +114,9 @@ void QVAuthService::handleRefreshFlow(const std::string& clientId, const std::st
     router->request(SendTokenEndpoint(clientId, refreshToken), standardHeaders(),
                     [this, done = std::move(done)](QVStatus status, const auto&,
                                                    const std::shared_ptr<QVAuthTokenResponse>& tokens) {
-                        if (tokens) {
-                            setTokenResponse(*tokens);
-                        }
+                        const bool isStored = setTokenResponse(tokens.get());
                         SignedInFlag::shared().endRefresh();
-                        done(status, tokens != nullptr);
+                        done(tokens && !isStored ? QVStatus::ERROR_SERIALIZATION : status, isStored);
                     });
 }
 
@@ -137,7 +142,11 @@ void QVAuthService::logout() {
     preferences.remove(preference::refreshToken);
 }
 
-void QVAuthService::setTokenResponse(const QVAuthTokenResponse& tokens) {
+bool QVAuthService::setTokenResponse(const QVAuthTokenResponse* answer) {
+    if (answer == nullptr || !canBeSent(*answer)) {
+        return false;
+    }
+    const QVAuthTokenResponse& tokens = *answer;
     const std::int64_t now = platform::roundedSecondsSince1970(platform.clock().now());
     platform::PreferencesStore& preferences = platform.preferences();
     preferences.setString(preference::accessToken, tokens.tokenType + " " + tokens.accessToken);
@@ -145,6 +154,7 @@ void QVAuthService::setTokenResponse(const QVAuthTokenResponse& tokens) {
     preferences.setInteger(preference::accessTokenExpiry, addSaturated(now, secondsIn(tokens.expiresIn)));
     preferences.setInteger(preference::accessTokenCreationTime, now);
     preferences.synchronize();
+    return true;
 }
 
 void QVAuthService::observeOutcomes(Completion observer) {

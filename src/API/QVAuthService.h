@@ -36,7 +36,8 @@ public:
 
     /// Signs in and stores the tokens. (`SUCCESS`, true), or the reason why not and false: `ERROR_SERVER` when the
     /// authorize call gave no answer that could be decoded, whatever its status; `SUCCESS` when the answer's state is
-    /// not the one that was sent, in which case no token is asked for; the token call's status otherwise.
+    /// not the one that was sent, in which case no token is asked for; `ERROR_SERIALIZATION` when no header could carry
+    /// the token that came; the token call's status otherwise.
     void handleAuthenticateFlow(const std::string& userId, const std::string& clientId, const std::string& redirect,
                                 const std::shared_ptr<Router>& router, Completion completion);
 
@@ -59,7 +60,8 @@ public:
 
 private:
     [[nodiscard]] Completion reporting(Completion completion);
-    void setTokenResponse(const QVAuthTokenResponse& tokens);
+    /// False, and nothing is stored, for none and for tokens that no request could carry.
+    bool setTokenResponse(const QVAuthTokenResponse* answer);
 
     platform::Platform& platform;
     std::vector<Completion> observers;

@@ -35,6 +35,27 @@ TEST_F(TokenStorageTest, TheAccessTokenIsStoredBehindItsTypeWhateverThatIs) {
     EXPECT_EQ(stored("quorvane_access_token"), " a");
 }
 
+TEST_F(TokenStorageTest, ATokenThatNoHeaderCouldCarryIsNoSuccessAndLeavesWhatWasStored) {
+    signIn(tokenAnswer("abc", "3600", "def"));
+
+    for (const std::string body : {R"({"access_token":"a\nb","token_type":"Bearer","expires_in":"60"})",
+                                   R"({"access_token":"a","token_type":"Bearer\r","expires_in":"60"})",
+                                   R"({"access_token":"a\u0000b","token_type":"Bearer","expires_in":"60"})"}) {
+        SCOPED_TRACE(body);
+        transport().answer("POST", "/token", Answer::json(body));
+        const Calls<QVStatus, bool> calls;
+        auth().handleAuthenticateFlow("rider", "access-key", "myApp://callback", api().auth, calls.record());
+        auth().handleRefreshFlow("access-key", "def", api().auth, calls.record());
+        phone->runUntilIdle();
+
+        ASSERT_EQ(calls.count(), 2U);
+        EXPECT_EQ(calls[0], std::make_tuple(QVStatus::ERROR_SERIALIZATION, false));
+        EXPECT_EQ(calls[1], std::make_tuple(QVStatus::ERROR_SERIALIZATION, false));
+        EXPECT_EQ(stored("quorvane_access_token"), "Bearer abc");
+        EXPECT_EQ(number("qourvane_access_token_expiry"), now() + 3600);
+    }
+}
+
 TEST_F(TokenStorageTest, TheTimeIsRoundedAndNotCut) {
     const std::int64_t begin = now();
 
