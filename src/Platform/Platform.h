@@ -36,11 +36,11 @@ public:
     [[nodiscard]] virtual LocationManagerFactory& locationManagers() = 0;
 };
 
-/// Sets the platform in use. Called on the main thread, never inside a callback of the library.
-///
-/// The one in use before is taken out of use: its transport is stopped, what its main queue still holds is dropped
-/// (completions of the old world are never called), the shared instances are destroyed in reverse order of their
-/// making, and the library lets go of the platform. The delegate must be set again. None leaves no platform in use.
+/// Sets the platform in use. Called on the main thread, never inside a callback of the library, and while no other
+/// thread of the program is inside the library, to log for example: the instances it may hold are about to end.
+/// The one in use before goes: its transport is stopped, what its main queue still holds is dropped (completions of the
+/// old world are never called), the shared instances and the threads they own end in reverse order of their making, and
+/// the library lets go of the platform. The delegate must be set again. None leaves no platform in use.
 void install(std::shared_ptr<Platform> platform);
 
 /// The platform in use. Having none is a fatal error. The reference is good until the next `install`.

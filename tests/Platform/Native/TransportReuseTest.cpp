@@ -56,6 +56,27 @@ TEST_F(NativeTransportReuse, EachRequestHasItsOwnMethodAndBody) {
     }
 }
 
+TEST_F(NativeTransportReuse, EachRequestHasItsOwnTarget) {
+    for (int i = 0; i < 2; ++i) {
+        for (const auto& [address, target] : {std::pair("/a?b=1", "/a?b=1"), std::pair("/c#d", "/c"),
+                                              std::pair("?e", "/?e"), std::pair("", "/"), std::pair("/", "/")}) {
+            EXPECT_EQ(status(get(server.url(address))), 200);
+            EXPECT_TRUE(lastRequest().starts_with("GET " + std::string(target) + " HTTP/1.1\r\n")) << address;
+        }
+    }
+}
+
+TEST_F(NativeTransportReuse, ANameAndAPasswordInAnAddressAreThatRequestsOnly) {
+    const std::string host = server.url("").substr(std::string("http://").size());
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(status(get("http://rider:secret@" + host + "/a")), 200);
+        EXPECT_TRUE(lastHas("\r\nAuthorization: Basic cmlkZXI6c2VjcmV0\r\n"));
+
+        EXPECT_EQ(status(get(server.url("/a"))), 200);
+        EXPECT_FALSE(lastHas("Authorization"));
+    }
+}
+
 TEST_F(NativeTransportReuse, EachRequestHasItsOwnTimeout) {
     RawServer silent{{{.bytes = "", .then = Then::hangs}}};
 
