@@ -12,6 +12,16 @@ namespace quorvane::platform {
 namespace {
 
 struct World {
+    World() = default;
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    /// A process that ends with a platform in use: the same order as when it is taken out of use.
+    ~World() {
+        for (; !inOrderOfMaking.empty(); inOrderOfMaking.pop_back()) {
+            instances.erase(inOrderOfMaking.back());
+        }
+    }
+
     std::recursive_mutex mutex;
     std::shared_ptr<Platform> platform;
     std::unordered_map<std::type_index, std::shared_ptr<void>> instances;

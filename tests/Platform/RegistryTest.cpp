@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -96,6 +97,30 @@ TEST_F(RegistryTest, AnInstanceMayAskForAnotherWhileItIsMade) {
     EXPECT_EQ(&shared<Second>().first, &shared<First>());
 
     EXPECT_EQ(story(), (std::vector<std::string>{"first made", "second made"}));
+}
+
+/// Says when it ends, to whoever is still there to read it.
+template <int number>
+struct Teller {
+    Teller() = default;
+    Teller(const Teller&) = delete;
+    Teller& operator=(const Teller&) = delete;
+    ~Teller() { static_cast<void>(std::fprintf(stderr, "%d ends, ", number)); }
+};
+
+using RegistryDeathTest = RegistryTest;
+
+TEST_F(RegistryDeathTest, AProcessThatEndsWithAPlatformInUseEndsTheInstancesInOrder) {
+    EXPECT_EXIT(
+        {
+            install(std::make_shared<BarePlatform>());
+            static_cast<void>(shared<Teller<1>>());
+            static_cast<void>(shared<Teller<2>>());
+            static_cast<void>(shared<Teller<3>>());
+            static_cast<void>(shared<Teller<4>>());
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(0), "4 ends, 3 ends, 2 ends, 1 ends, ");
 }
 
 TEST_F(RegistryTest, TheOldWorldEndsInOrderWhenAnotherPlatformIsInstalled) {
