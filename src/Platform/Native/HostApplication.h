@@ -24,7 +24,8 @@ public:
 private:
     const AnyCodable::Dictionary information;
     const std::function<void(std::string_view)> output;
-    std::mutex outputMutex;
+    /// An output that prints itself comes in between.
+    std::recursive_mutex outputMutex;
     BackgroundTask lastTask = 0;
 };
 

@@ -9,8 +9,21 @@ namespace quorvane::platform::native {
 SQLitePreferences::SQLitePreferences() = default;
 
 SQLitePreferences::SQLitePreferences(std::string thePath, Tell theTell)
-    : path(std::move(thePath)), tell(std::move(theTell)), file(std::make_unique<PreferencesFile>(path)) {
+    : path(std::move(thePath)), output(std::move(theTell)), file(std::make_unique<PreferencesFile>(path)) {
+    const Use use(*this);
     open();
+}
+
+SQLitePreferences::Use::~Use() {
+    const std::vector<std::string> lines = std::exchange(preferences.untold, {});
+    lock.unlock();
+    for (const std::string& line : lines) {
+        preferences.output(line);
+    }
+}
+
+void SQLitePreferences::tell(std::string line) const {
+    untold.push_back(std::move(line));
 }
 
 bool SQLitePreferences::open() const {
@@ -60,7 +73,7 @@ bool SQLitePreferences::attempt(Operation operation) const {
 }
 
 StoredValue SQLitePreferences::read(std::string_view key) const {
-    const std::lock_guard lock(mutex);
+    const Use use(*this);
     if (const auto found = unsaved.find(key); found != unsaved.end()) {
         return found->second;
     }
@@ -70,7 +83,7 @@ StoredValue SQLitePreferences::read(std::string_view key) const {
 }
 
 void SQLitePreferences::write(std::string_view key, StoredValue value) {
-    const std::lock_guard lock(mutex);
+    const Use use(*this);
     if (attempt([&](PreferencesFile& open) { return open.write(key, value); })) {
         if (const auto found = unsaved.find(key); found != unsaved.end()) {
             unsaved.erase(found);
@@ -84,7 +97,7 @@ void SQLitePreferences::write(std::string_view key, StoredValue value) {
 }
 
 void SQLitePreferences::synchronize() {
-    const std::lock_guard lock(mutex);
+    const Use use(*this);
     for (auto entry = unsaved.begin(); entry != unsaved.end();) {
         const bool saved = attempt([&](PreferencesFile& open) { return open.write(entry->first, entry->second); });
         entry = saved ? unsaved.erase(entry) : std::next(entry);

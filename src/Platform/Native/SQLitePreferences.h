@@ -3,6 +3,8 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <string>
+#include <vector>
 
 #include "Platform/Native/PreferencesFile.h"
 #include "Platform/PreferencesStore.h"
@@ -17,7 +19,7 @@ class SQLitePreferences final : public PreferencesStore {
 public:
     using Tell = std::function<void(std::string_view line)>;
 
-    /// @p path is the file's, in a directory that is there. @p tell is called by any of the calls.
+    /// @p path is the file's, in a directory that is there. @p tell is called by any of the calls and may make others.
     SQLitePreferences(std::string path, Tell tell);
 
     /// In memory, for this run.
@@ -40,6 +42,19 @@ public:
     void synchronize() override;
 
 private:
+    /// One call at a time. What there is to tell is told when the next one may come.
+    class Use {
+    public:
+        explicit Use(const SQLitePreferences& thePreferences) : preferences(thePreferences), lock(preferences.mutex) {}
+        Use(const Use&) = delete;
+        Use& operator=(const Use&) = delete;
+        ~Use();
+
+    private:
+        const SQLitePreferences& preferences;
+        std::unique_lock<std::mutex> lock;
+    };
+
     template <class Type>
     std::optional<Type> get(std::string_view key) const;
     StoredValue read(std::string_view key) const;
@@ -50,10 +65,12 @@ private:
     bool open() const;
     bool putAside() const;
     void tellOnce() const;
+    void tell(std::string line) const;
 
     const std::string path;
-    const Tell tell;
+    const Tell output;
     mutable std::mutex mutex;
+    mutable std::vector<std::string> untold;
     /// None when there is no file to work on.
     mutable std::unique_ptr<PreferencesFile> file;
     /// What the file did not take; a value without alternative is a removal.

@@ -211,6 +211,22 @@ TEST(NativeOutput, AnOutputThatThrowsIsNoFailureOfTheLibrary) {
     EXPECT_NO_THROW(application.standardOutput("a line"));
 }
 
+TEST(NativeOutput, AnOutputMayPrintItself) {
+    std::vector<std::string> lines;
+    native::HostApplication* itself = nullptr;
+    native::HostApplication application({}, [&](std::string_view line) {
+        lines.emplace_back(line);
+        if (lines.size() == 1) {
+            itself->standardOutput("about it");
+        }
+    });
+    itself = &application;
+
+    application.standardOutput("a line");
+
+    EXPECT_EQ(lines, (std::vector<std::string>{"a line", "about it"}));
+}
+
 TEST(NativeClock, FollowsTheTimeZoneOfTheProcess) {
     const testing::ScratchDirectory scratch;
     const auto native = NativePlatform::make({.home = scratch.path()});

@@ -97,6 +97,27 @@ TEST_F(NativePreferencesDamage, ADamageThatShowsInTheMiddleOfARunIsPutAsideToo) 
     EXPECT_TRUE(std::filesystem::exists(path + ".damaged"));
 }
 
+TEST_F(NativePreferencesDamage, WhoeverIsToldMayReadAndWritePreferencesMeanwhile) {
+    std::string damaged = healthyFile();
+    std::unique_ptr<SQLitePreferences> store;
+    store = std::make_unique<SQLitePreferences>(path, [&](std::string_view line) {
+        lines.emplace_back(line);
+        store->setString("told", "yes");
+        EXPECT_EQ(store->string("told"), "yes");
+    });
+    EXPECT_EQ(store->string("key1"), std::string(100, 'v'));
+    damaged.replace(4096, damaged.size() - 4096, std::string(damaged.size() - 4096, '\xFF'));
+    overwrite(damaged);
+    static_cast<void>(sql("PRAGMA user_version = 7"));
+
+    for (int i = 0; i < 300; ++i) {
+        static_cast<void>(store->string("key" + std::to_string(i)));
+    }
+
+    EXPECT_EQ(lines.size(), 1U);
+    EXPECT_EQ(store->string("told"), "yes");
+}
+
 TEST_F(NativePreferencesDamage, BytesChangedAtRandomNeverStopTheStoreFromWorking) {
     const std::string whole = healthyFile();
     std::mt19937 random(20240517);
