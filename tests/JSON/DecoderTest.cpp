@@ -88,6 +88,16 @@ TEST(Decoder, AnIntegralNumberIsAnIntegerHoweverItIsWritten) {
     EXPECT_EQ(decode<Everything>(R"({"integer":-0.0})").integer, 0);
 }
 
+TEST(Decoder, AWholeNumberThatIsWrittenWithAPointIsTheDoubleThatItStandsFor) {
+    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740991.0})").integer, 9007199254740991);
+    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740993})").integer, 9007199254740993);
+    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740993.0})").integer, 9007199254740992);
+    EXPECT_EQ(decode<Everything>(R"({"integer":9223372036854774784.0})").integer, 9223372036854774784);
+    for (const char* text : {"9223372036854775807.0", "-9223372036854775808.0", "-9223372036854775808e0"}) {
+        EXPECT_THROW(decode<Everything>("{\"integer\":" + std::string(text) + "}"), json::DecodingError) << text;
+    }
+}
+
 TEST(Decoder, AnIntegerFillsAFieldOfDoubles) {
     EXPECT_EQ(decode<Everything>(R"({"number":-2})").number, -2.0);
     EXPECT_EQ(decode<Everything>(R"({"number":18446744073709551615})").number, 18446744073709551615.0);
