@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Shapes
+import Quorvane.Capture
 
 FocusScope {
     id: screen

@@ -62,7 +62,7 @@ FocusScope {
         opacity: overlay.isFailed ? 0 : 1
     }
 
-    Rectangle {
+    Picture {
         id: tilt
         objectName: "tiltLabel"
 
@@ -92,7 +92,7 @@ FocusScope {
         }
     }
 
-    Rectangle {
+    Picture {
         objectName: "failureLabel"
 
         anchors.centerIn: framing

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvane.Capture
 
 // A button with a text in the user's own size of letters.
 CaptureControl {
@@ -7,12 +8,12 @@ CaptureControl {
     implicitWidth: Math.min(180, Math.max(88, label.implicitWidth + 40))
     implicitHeight: Math.max(48, label.implicitHeight + 24)
 
-    Rectangle {
+    Picture {
         anchors.fill: parent
         radius: height / 2
         color: button.isPressed ? "#73ffffff" : "#40000000"
-        border.width: button.activeFocus ? 3 : 1
-        border.color: button.activeFocus ? "#ffffff" : "#a6ffffff"
+        borderWidth: button.activeFocus ? 3 : 1
+        borderColor: button.activeFocus ? "#ffffff" : "#a6ffffff"
     }
 
     Text {

@@ -12,12 +12,12 @@ CaptureControl {
     Accessible.checkable: true
     Accessible.checked: selected
 
-    Rectangle {
+    Picture {
         anchors.fill: parent
         radius: height / 2
         color: button.isPressed ? "#73ffffff" : "#66000000"
-        border.width: button.activeFocus ? 3 : 1
-        border.color: button.activeFocus ? "#ffffff" : "#a6ffffff"
+        borderWidth: button.activeFocus ? 3 : 1
+        borderColor: button.activeFocus ? "#ffffff" : "#a6ffffff"
     }
 
     Picture {

@@ -1,4 +1,5 @@
 import QtQuick
+import Quorvane.Capture
 
 CaptureControl {
     id: button
@@ -6,15 +7,15 @@ CaptureControl {
     implicitWidth: 76
     implicitHeight: 76
 
-    Rectangle {
+    Picture {
         anchors.fill: parent
         radius: width / 2
         color: "#4d000000"
-        border.width: button.activeFocus ? 6 : 4
-        border.color: button.enabled ? "#ffffff" : "#80ffffff"
+        borderWidth: button.activeFocus ? 6 : 4
+        borderColor: button.enabled ? "#ffffff" : "#80ffffff"
     }
 
-    Rectangle {
+    Picture {
         anchors.centerIn: parent
         width: button.isPressed ? 52 : 58
         height: width

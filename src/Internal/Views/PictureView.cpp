@@ -7,6 +7,7 @@
 #include <QSGImageNode>
 #include <QSGTexture>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <cmath>
 
 #include <QtQml/qqml.h>
@@ -58,6 +59,22 @@ void PictureView::setImage(const QString& theName) {
     Q_EMIT imageChanged();
 }
 
+void PictureView::setColor(const QColor& theColor) {
+    if (theColor != groundColor) {
+        groundColor = theColor;
+        redraw();
+        Q_EMIT colorChanged();
+    }
+}
+
+void PictureView::setRadius(qreal theRadius) {
+    if (theRadius != cornerRadius) {
+        cornerRadius = theRadius;
+        redraw();
+        Q_EMIT radiusChanged();
+    }
+}
+
 void PictureView::setBorderWidth(qreal theWidth) {
     if (theWidth != lineWidth) {
         lineWidth = theWidth;
@@ -76,20 +93,22 @@ void PictureView::setBorderColor(const QColor& theColor) {
 
 QImage PictureView::drawn(qreal scale) const {
     const QSize pixels(static_cast<int>(std::ceil(width() * scale)), static_cast<int>(std::ceil(height() * scale)));
-    if (pixels.isEmpty() || (!drawing && lineWidth <= 0)) {
+    if (pixels.isEmpty() || (!drawing && lineWidth <= 0 && groundColor.alpha() == 0)) {
         return {};
     }
     if (!platform::isInstalled()) {
         return draw(pixels, scale);
     }
     auto& images = platform::shared<Drawn>().images;
-    const QString key = QString("%1 %2 %3 %4 %5 %6")
+    const QString key = QString("%1 %2 %3 %4 %5 %6 %7 %8")
                             .arg(name)
                             .arg(width())
                             .arg(height())
                             .arg(scale)
                             .arg(lineWidth)
-                            .arg(lineColor.rgba());
+                            .arg(lineColor.rgba())
+                            .arg(groundColor.rgba())
+                            .arg(cornerRadius);
     if (const QImage* const before = images.object(key)) {
         return *before;
     }
@@ -104,13 +123,20 @@ QImage PictureView::draw(QSize pixels, qreal scale) const {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(scale, scale);
+    if (groundColor.alpha() > 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(groundColor);
+        painter.drawRoundedRect(QRectF(QPointF(), size()), cornerRadius, cornerRadius);
+        painter.setBrush(Qt::NoBrush);
+    }
     if (drawing) {
         drawing->render(&painter, QRectF(QPointF(), size()));
     }
     if (lineWidth > 0) {
         const qreal half = lineWidth / 2;
         painter.setPen(QPen(lineColor, lineWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        painter.drawRect(QRectF(QPointF(), size()).adjusted(half, half, -half, -half));
+        const qreal radius = std::max(0.0, cornerRadius - half);
+        painter.drawRoundedRect(QRectF(QPointF(), size()).adjusted(half, half, -half, -half), radius, radius);
     }
     return image;
 }

@@ -11,11 +11,16 @@ QT_END_NAMESPACE
 
 namespace quorvane::capture {
 
-/// Shows a drawing of the library's bundle as large as fits, drawn for the pixels of the screen that it is on, and a
-/// border around itself. `Picture` in interface files, which import `Quorvane.Capture`.
+/// Shows a drawing of the library's bundle as large as fits, drawn for the pixels of the screen that it is on, on a
+/// ground of one colour, and a border around itself. `Picture` in interface files, which import `Quorvane.Capture`.
+///
+/// Whatever is round on a screen is drawn by it: all of them are pictures to the graphics processor, which is made
+/// ready for one kind of thing only.
 class PictureView : public QQuickItem {
     Q_OBJECT
     Q_PROPERTY(QString image READ image WRITE setImage NOTIFY imageChanged)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
     Q_PROPERTY(qreal borderWidth READ borderWidth WRITE setBorderWidth NOTIFY borderChanged)
     Q_PROPERTY(QColor borderColor READ borderColor WRITE setBorderColor NOTIFY borderChanged)
 
@@ -31,6 +36,13 @@ public:
     void setImage(const QString& theName);
     [[nodiscard]] QString image() const { return name; }
 
+    /// The ground's; transparent for none.
+    void setColor(const QColor& theColor);
+    [[nodiscard]] QColor color() const { return groundColor; }
+    /// Points, of the corners of the ground and of the border.
+    void setRadius(qreal theRadius);
+    [[nodiscard]] qreal radius() const { return cornerRadius; }
+
     /// Points, inside the view's edges; 0 for none.
     void setBorderWidth(qreal theWidth);
     [[nodiscard]] qreal borderWidth() const { return lineWidth; }
@@ -42,6 +54,8 @@ public:
 
 Q_SIGNALS:
     void imageChanged();
+    void colorChanged();
+    void radiusChanged();
     void borderChanged();
 
 protected:
@@ -56,6 +70,8 @@ private:
 
     QString name;
     std::unique_ptr<QSvgRenderer> drawing;
+    QColor groundColor = Qt::transparent;
+    qreal cornerRadius = 0;
     qreal lineWidth = 0;
     QColor lineColor = Qt::transparent;
     /// For the window's pixels, drawn on the main thread.

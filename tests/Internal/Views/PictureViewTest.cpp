@@ -68,6 +68,22 @@ TEST_F(PictureViewTest, ItIsDrawnForThePixelsOfTheScreen) {
     }
 }
 
+TEST_F(PictureViewTest, ItsGroundAndItsBorderHaveRoundCorners) {
+    PictureView round;
+    round.setSize({40, 40});
+    round.setColor(Qt::blue);
+    round.setRadius(20);
+    round.setBorderWidth(4);
+    round.setBorderColor(Qt::red);
+    for (const int scale : {1, 3}) {
+        const QImage drawn = round.drawn(scale);
+
+        EXPECT_EQ(drawn.pixelColor(2 * scale, 2 * scale).alpha(), 0);
+        EXPECT_EQ(drawn.pixelColor(2 * scale, 20 * scale), QColor(Qt::red));
+        EXPECT_EQ(drawn.pixelColor(20 * scale, 20 * scale), QColor(Qt::blue));
+    }
+}
+
 TEST_F(PictureViewTest, WhatTheWindowShowsIsTheDrawingPixelByPixel) {
     view->setImage("bubble");
     const double scale = window->effectiveDevicePixelRatio();

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Internal/Views/EvenOddMask.h"
+#include "Internal/Views/PictureView.h"
 #include "Platform/MainQueue.h"
 #include "Platform/Platform.h"
 #include "Platform/Precondition.h"
@@ -15,6 +16,7 @@ namespace quorvane::capture {
 using platform::BarcodeType;
 
 std::shared_ptr<BarcodeScannerViewController> BarcodeScannerViewController::make(const Devices& devices) {
+    PictureView::registerType();
     std::optional<InterfaceFile> file = InterfaceFile::named("BarcodeScannerViewController");
     if (!file) {
         return nullptr;
