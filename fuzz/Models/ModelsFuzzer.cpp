@@ -2,9 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 
+#include "API/JSONResponseList.h"
+#include "API/QVAccessInfo.h"
+#include "API/QVAuthResponse.h"
+#include "API/QVAuthTokenResponse.h"
+#include "Cache/Entry.h"
+#include "Cache/Transformer.h"
 #include "JSON/CodingErrors.h"
 #include "JSON/JSON.h"
 #include "Models/QVConfig.h"
@@ -89,6 +96,14 @@ constexpr void (*checks[])(std::string) = {
     &check<QVUserInsights>,
     &check<QVUserInsightsLocation>,
     &check<QVUserInsightsState>,
+    &check<QVAuthResponse>,
+    &check<QVAuthTokenResponse>,
+    &check<QVAccessInfo>,
+    &check<EmptyResponse>,
+    &check<JSONResponseList<QVTask>>,
+    &check<JSONResponseList<QVPlace>>,
+    &check<QVCache::Entry<std::string, std::shared_ptr<QVPlace>>>,
+    &check<QVCache::TypeWrapper<std::shared_ptr<QVPlace>>>,
 };
 
 } // namespace

@@ -85,6 +85,14 @@ case $case in
         printf 'file(%s files *.cpp)\n' GLOB >>CMakeLists.txt
         fails_with "gathers files by pattern: ./CMakeLists.txt:2"
         ;;
+    AModelThatNobodyFuzzesIsABreach)
+        mkdir -p fuzz/Models src/Models
+        printf '    &check<Entry<QVOld>>,\n' >fuzz/Models/ModelsFuzzer.cpp
+        printf 'QV_JSON_MODEL(quorvane::Entry<quorvane::QVOld>);\n' >src/Models/old.cpp
+        passes
+        printf 'QV_JSON_MODEL(quorvane::QVNew);\n' >src/Models/new.cpp
+        fails_with "decodes a model that fuzz/Models/ModelsFuzzer.cpp does not know: QVNew"
+        ;;
     *)
         echo "no case $case" >&2
         exit 1
