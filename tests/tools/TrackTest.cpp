@@ -31,7 +31,7 @@ TEST_P(EndedTrack, ASignalEndsItCleanlyAndTrackingWithIt) {
     EXPECT_EQ(platform->preferences().boolean(preference::backgroundTracking), false);
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, EndedTrack, ::testing::Values(SIGINT, SIGTERM));
+INSTANTIATE_TEST_SUITE_P(Signals, EndedTrack, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST_F(TrackTest, ASignalBeforeTheServiceHasAnsweredEndsItCleanlyToo) {
     serve({"/authorize:delay=60000ms"});
@@ -64,6 +64,56 @@ TEST_F(TrackTest, ARunThatWasKilledGoesOnWithItsOptionsAndFromItsStateAndOneThat
     ASSERT_TRUE(prints("  tracking  by the continuous options; ")) << told;
     EXPECT_THAT(told, Not(HasSubstr("goes on")));
     EXPECT_EQ(end(SIGTERM).exitStatus, 0);
+}
+
+TEST_F(TrackTest, ARunThatWasKilledWhileATokenWasRefreshedGoesOnToo) {
+    serve({"/token:delay=60000ms:skip=1:count=1"}, {.accessTokenLifetime = std::chrono::seconds(2)});
+    const ReceiverOnAPort receiver;
+    track({"--options", eachSecond(), "--socket", receiver.address()});
+    ASSERT_TRUE(prints("  tracking  by the each-second.json options; ")) << told;
+    const auto isTracking = [this] {
+        return platform::NativePlatform::make({.home = home})->preferences().boolean(preference::backgroundTracking);
+    };
+    constexpr int longest = 6000;
+    for (int i = 0; i < longest && isTracking() != false; ++i) {
+        poll(nullptr, 0, 10);
+    }
+    EXPECT_EQ(end(SIGKILL).exitStatus, -1);
+    ASSERT_EQ(isTracking(), false);
+
+    track({"--socket", receiver.address()});
+
+    ASSERT_TRUE(prints("  tracking  by the stored options; ")) << told;
+    EXPECT_THAT(told, HasSubstr("  tracking  goes on where the run before was cut off"));
+    EXPECT_EQ(end(SIGTERM).exitStatus, 0);
+}
+
+TEST_F(TrackTest, ASignInAfterARunThatEndedResumesNothing) {
+    serve();
+    const ReceiverOnAPort receiver;
+    track({"--options", eachSecond(), "--socket", receiver.address()});
+    ASSERT_TRUE(prints("  tracking  by the each-second.json options; ")) << told;
+    EXPECT_EQ(end(SIGTERM).exitStatus, 0);
+    platform::NativePlatform::make({.home = home})->preferences().setBoolean(preference::backgroundTracking, true);
+
+    track({"--socket", receiver.address()});
+
+    ASSERT_TRUE(prints("  tracking  by the continuous options; ")) << told;
+    EXPECT_THAT(told, Not(HasSubstr("goes on")));
+    EXPECT_EQ(end(SIGTERM).exitStatus, 0);
+}
+
+TEST_F(TrackTest, ARecordingBeginsWithTrackingSoThatNoFixOfItIsMissed) {
+    serve();
+    // The second position is a significant change for whoever has seen the first.
+    const std::string ride =
+        makeFile("ride.nmea", testing::position(0, "4603.0000") + testing::position(30, "4603.6000"));
+    const std::string changes = makeFile("changes.json", R"({"USE_SIGNIFICANT_LOCATION_CHANGES": true, "SYNC": 2})");
+
+    const Ended ended = run({"track", "--nmea", ride, "--options", changes});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_THAT(ended.output, HasSubstr("  location  46.06000, 14.50000 within 6 m")) << ended.output;
 }
 
 TEST_F(TrackTest, AStopAtAPlaceIsAnEvent) {
@@ -127,6 +177,7 @@ TEST_F(TrackTest, AReaderThatGoesAwayEndsIt) {
 }
 
 TEST_F(TrackTest, WhatGivesNoLocationIsNamed) {
+    serve();
     const HeldPort deaf(HeldPort::Use::deaf);
     const std::string server = "127.0.0.1:" + std::to_string(deaf.number());
     const std::string diary = makeFile("diary.txt", "a diary of a ride\n");
@@ -134,6 +185,7 @@ TEST_F(TrackTest, WhatGivesNoLocationIsNamed) {
     const std::vector<std::pair<Arguments, std::string>> cases = {
         {{"--nmea", missing}, "the NMEA file " + missing + " gives nothing: No such file or directory"},
         {{"--nmea", diary}, "the NMEA file " + diary + " tells no position"},
+        {{"--nmea", scratch}, "the NMEA file " + scratch.string() + " gives nothing: It is no regular file"},
         {{"--serial", diary}, "the serial port " + diary + " gives nothing: It is no serial port"},
         {{"--socket", server}, "the NMEA server " + server + " gives nothing: Connection refused"}};
     for (const auto& [arguments, sentence] : cases) {

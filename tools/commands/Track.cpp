@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -32,6 +34,10 @@ using platform::LocationAuthorization;
 
 /// A signal is seen at the next slice.
 constexpr auto slice = std::chrono::milliseconds(100);
+
+/// Stands in the preferences from the beginning of a run to its orderly end. The library's own flag says less: while a
+/// token is refreshed it is false.
+constexpr std::string_view runKey = "quorvane_tool_track_run";
 
 struct TrackOptions {
     std::optional<std::string> options;
@@ -82,7 +88,11 @@ public:
         const Listening listening(report);
         std::string end = "signal";
         try {
-            lookForReceiver();
+            if (isRecording()) {
+                requireFile();
+            } else {
+                lookForReceiver();
+            }
             session.signIn();
             begin(chosen);
             end = follow();
@@ -91,6 +101,9 @@ public:
             terminal.progress({});
         }
         stop(end);
+        if (end == "recording" && !heard.fix && heard.problem) {
+            throw Failure(printable(heard.problem->message));
+        }
         return {{"options", chosen.name},
                 {"resumed", isResumed},
                 {"end", end},
@@ -104,12 +117,20 @@ private:
     /// Without a word the options of a run that was not ended count.
     NamedOptions chosenOptions() {
         const platform::PreferencesStore& stored = session.stored();
-        isResumed = stored.boolean(preference::backgroundTracking).value_or(false) &&
-                    stored.string(preference::trackingOptions).has_value();
+        isResumed = stored.boolean(runKey).value_or(false) && stored.string(preference::trackingOptions).has_value();
         if (isResumed && !options.options) {
             return {"stored", [] { return Quorvane::getTrackingOptions(); }};
         }
         return optionsCalled(options.options.value_or("continuous"));
+    }
+
+    /// What is a recording, and whether it tells a position, shows when it runs.
+    void requireFile() const {
+        const std::string& path = options.receiver.name;
+        std::error_code problem;
+        if (!std::filesystem::exists(path, problem)) {
+            throw Failure("the NMEA file " + printable(path) + " gives nothing: No such file or directory");
+        }
     }
 
     void lookForReceiver() {
@@ -140,6 +161,7 @@ private:
     }
 
     void begin(const NamedOptions& chosen) {
+        session.stored().setBoolean(runKey, true);
         if (isResumed) {
             const auto movedAt = QVState::getLastMovedAt();
             report->write("tracking", "goes on where the run before was cut off" +
@@ -147,6 +169,12 @@ private:
         }
         report->write("tracking", "by the " + chosen.name + " options; a signal (Ctrl+C) ends it");
         Quorvane::Tracking::start(chosen.make());
+        if (isRecording()) {
+            // It begins now, so that tracking misses nothing of it, and runs whatever the options want of it.
+            player = session.platform().locationManagers().make();
+            player->setDelegate(&heard);
+            player->startUpdatingLocation();
+        }
     }
 
     std::string follow() {
@@ -167,12 +195,15 @@ private:
         if (Quorvane::Tracking::isTracking()) {
             Quorvane::Tracking::stop();
         }
+        session.stored().remove(runKey);
         // What that has posted, and what is posted by it.
         session.platform().mainQueue().poll();
         session.platform().mainQueue().poll();
         report->write("tracking",
                       "ended by " + std::string(end == "recording" ? "the end of the recording" : "a signal"));
     }
+
+    [[nodiscard]] bool isRecording() const { return options.receiver.kind == Receiver::Kind::recording; }
 
     template <class Done>
     void pass(const Done& done) {
@@ -186,6 +217,9 @@ private:
     bool isResumed = false;
     Session session;
     const std::shared_ptr<TrackReport> report;
+    /// Lets a recording run, and what it had to say.
+    FirstLook heard;
+    std::unique_ptr<platform::LocationManager> player;
 };
 
 AnyCodable::Dictionary track(const TrackOptions& options, const GlobalOptions& global, Terminal& terminal) {
