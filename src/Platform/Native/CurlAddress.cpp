@@ -11,10 +11,16 @@
 namespace quorvane::platform::native {
 namespace {
 
-/// Where the path begins; `npos` without one.
+/// Where the path begins, behind a scheme and an authority; `npos` without one.
 std::size_t pathBegin(const std::string& url) {
-    const std::size_t scheme = url.find("://");
-    return scheme == std::string::npos ? scheme : url.find('/', scheme + 3);
+    constexpr std::string_view mark = "://";
+    const std::size_t scheme = url.find(':');
+    if (scheme == std::string::npos || url.compare(scheme, mark.size(), mark) != 0) {
+        return std::string::npos;
+    }
+    const std::size_t authority = scheme + mark.size();
+    const std::size_t end = url.find_first_of("/?#", authority);
+    return end != std::string::npos && end > authority && url[end] == '/' ? end : std::string::npos;
 }
 
 /// Whether what follows on the authority at @p begin is a path, and maybe a query, of characters that need no care.
@@ -60,18 +66,17 @@ bool CurlAddress::isLoopback() const {
            (name.starts_with("127.") && name.find_first_not_of("0123456789.") == std::string_view::npos);
 }
 
-std::size_t CurlAddress::targetIn(const std::string& url) const {
-    // A proxy that is not tunnelled through is sent the whole address.
-    const std::size_t begin = isEncrypted || isLoopback() ? pathBegin(url) : std::string::npos;
-    return begin != std::string::npos && isPlainTarget(url, begin) ? begin : 0;
-}
-
 const CurlAddress& CurlAddressReader::read(const std::string& url) {
-    if (origin.empty() || !url.starts_with(origin) || !isPlainTarget(url, origin.size())) {
+    bool isBehindOrigin = !origin.empty() && url.starts_with(origin) && isPlainTarget(url, origin.size());
+    if (!isBehindOrigin) {
         last = CurlAddress(url);
         const std::size_t path = last.isValid() ? pathBegin(url) : std::string::npos;
-        origin = path != std::string::npos && path > url.find("://") + 3 ? url.substr(0, path) : "";
+        origin = path != std::string::npos ? url.substr(0, path) : "";
+        isBehindOrigin = !origin.empty() && isPlainTarget(url, origin.size());
+        // A proxy that is not tunnelled through is sent the whole address.
+        hasNoPlainProxy = last.isEncrypted || last.isLoopback();
     }
+    last.target = isBehindOrigin && hasNoPlainProxy ? origin.size() : 0;
     return last;
 }
 

@@ -15,14 +15,13 @@ public:
     /// "localhost" or one below it, 127.0.0.0/8, [::1].
     [[nodiscard]] bool isLoopback() const;
 
-    /// Where in @p url, which is this address, the target of its request begins, when that is sent as it stands there;
-    /// 0 when libcurl must make it out.
-    [[nodiscard]] std::size_t targetIn(const std::string& url) const;
-
     /// As in the address; an IPv6 address in brackets.
     std::string host;
     std::uint16_t port = 0;
     bool isEncrypted = false;
+    /// Where the target of a request begins in the address, when it is sent as it stands there; 0 when libcurl must
+    /// make it out.
+    std::size_t target = 0;
 };
 
 /// Takes addresses apart. Those of one service differ behind its name only, so what was found for the last one holds.
@@ -33,6 +32,7 @@ public:
 private:
     /// Scheme and authority of the last address that was valid; its path began behind them.
     std::string origin;
+    bool hasNoPlainProxy = false;
     CurlAddress last{""};
 };
 

@@ -157,7 +157,7 @@ void CurlExchange::setHeaders() {
 
 void CurlExchange::setAddress(const CurlAddress& address) {
     // Given a text, libcurl would take it apart and put it together for each request, and write its query byte by byte.
-    const std::size_t target = address.targetIn(request.url);
+    const std::size_t target = address.target;
     const std::string_view where(request.url.data(), target == 0 ? request.url.size() : target + 1);
     if (where != urlSet) {
         urlSet = where;

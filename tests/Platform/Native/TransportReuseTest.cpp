@@ -58,8 +58,10 @@ TEST_F(NativeTransportReuse, EachRequestHasItsOwnMethodAndBody) {
 
 TEST_F(NativeTransportReuse, EachRequestHasItsOwnTarget) {
     for (int i = 0; i < 2; ++i) {
-        for (const auto& [address, target] : {std::pair("/a?b=1", "/a?b=1"), std::pair("/c#d", "/c"),
-                                              std::pair("?e", "/?e"), std::pair("", "/"), std::pair("/", "/")}) {
+        for (const auto& [address, target] :
+             {std::pair("/a?b=1", "/a?b=1"), std::pair("/c#d", "/c"), std::pair("?e", "/?e"),
+              std::pair("?f=/a", "/?f=/a"), std::pair("#g/a", "/"), std::pair("", "/"),
+              std::pair("/?h=://i/j", "/?h=://i/j")}) {
             EXPECT_EQ(status(get(server.url(address))), 200);
             EXPECT_TRUE(lastRequest().starts_with("GET " + std::string(target) + " HTTP/1.1\r\n")) << address;
         }
