@@ -15,6 +15,7 @@
 #include "API/QVConfigService.h"
 #include "API/QVEndpoints.h"
 #include "API/QuorvaneAPI.h"
+#include "Facade/Quorvane.h"
 #include "Platform/HTTPTransport.h"
 #include "Platform/Native/NativePlatform.h"
 #include "Platform/PreferencesStore.h"
@@ -110,6 +111,48 @@ protected:
     const platform::Location here{sandbox::SandboxOptions::defaultCenter};
 };
 
+/// Faults of every kind that the service can produce, and what an operation ends with.
+struct ServiceFault {
+    std::string text;
+    QVStatus status;
+};
+
+inline std::vector<ServiceFault> serviceFaults() {
+    using enum QVStatus;
+    std::vector<ServiceFault> all{
+        {"drop", ERROR_NETWORK},
+        {"reset", ERROR_NETWORK},
+        {"truncate-body", ERROR_NETWORK},
+        {"truncate-body=0", ERROR_NETWORK},
+        {"truncate-body=1", ERROR_NETWORK},
+        {"truncate-headers", ERROR_NETWORK},
+        {"truncate-headers=5", ERROR_NETWORK},
+        {"lost-reply", ERROR_NETWORK},
+        {"invalid-json", ERROR_SERIALIZATION},
+        {"expired-token", ERROR_UNAUTHORIZED},
+        {"delay=5ms", SUCCESS},
+        {"delay=5ms:drop", ERROR_NETWORK},
+        {"status=200", SUCCESS},
+        {"status=201", SUCCESS},
+        {"status=301", SUCCESS},
+        {"status=302", SUCCESS},
+        {"status=399", SUCCESS},
+        {"status=400", ERROR_BAD_REQUEST},
+        {"status=401", ERROR_UNAUTHORIZED},
+        {"status=402", ERROR_PAYMENT_REQUIRED},
+        {"status=403", ERROR_FORBIDDEN},
+        {"status=404", ERROR_NOT_FOUND},
+        {"status=405", ERROR_UNKNOWN},
+        {"status=429", ERROR_RATE_LIMIT},
+        {"status=500", ERROR_SERVER},
+        {"status=503", ERROR_SERVER},
+        {"status=599", ERROR_SERVER},
+        {"status=600", ERROR_UNKNOWN},
+        {"status=999", ERROR_UNKNOWN},
+    };
+    return all;
+}
+
 /// An operation of the data service.
 struct DataOperation {
     std::string name;
@@ -136,6 +179,7 @@ inline std::vector<DataOperation> dataOperations(const platform::Location& here)
              QVSearchService::shared().places(here, 3000, std::nullopt, std::nullopt, std::nullopt, 10,
                                               statusOnly(report));
          }},
+        {"sync", "/locations/find", [=](auto report) { Quorvane::Tracking::once(here, statusOnly(report)); }},
     };
 }
 

@@ -5,48 +5,6 @@
 namespace quorvane {
 namespace {
 
-/// Faults of every kind that the service can produce, and what an operation ends with.
-struct Fault {
-    std::string text;
-    QVStatus status;
-};
-
-std::vector<Fault> faults() {
-    using enum QVStatus;
-    std::vector<Fault> all{
-        {"drop", ERROR_NETWORK},
-        {"reset", ERROR_NETWORK},
-        {"truncate-body", ERROR_NETWORK},
-        {"truncate-body=0", ERROR_NETWORK},
-        {"truncate-body=1", ERROR_NETWORK},
-        {"truncate-headers", ERROR_NETWORK},
-        {"truncate-headers=5", ERROR_NETWORK},
-        {"lost-reply", ERROR_NETWORK},
-        {"invalid-json", ERROR_SERIALIZATION},
-        {"expired-token", ERROR_UNAUTHORIZED},
-        {"delay=5ms", SUCCESS},
-        {"delay=5ms:drop", ERROR_NETWORK},
-        {"status=200", SUCCESS},
-        {"status=201", SUCCESS},
-        {"status=301", SUCCESS},
-        {"status=302", SUCCESS},
-        {"status=399", SUCCESS},
-        {"status=400", ERROR_BAD_REQUEST},
-        {"status=401", ERROR_UNAUTHORIZED},
-        {"status=402", ERROR_PAYMENT_REQUIRED},
-        {"status=403", ERROR_FORBIDDEN},
-        {"status=404", ERROR_NOT_FOUND},
-        {"status=405", ERROR_UNKNOWN},
-        {"status=429", ERROR_RATE_LIMIT},
-        {"status=500", ERROR_SERVER},
-        {"status=503", ERROR_SERVER},
-        {"status=599", ERROR_SERVER},
-        {"status=600", ERROR_UNKNOWN},
-        {"status=999", ERROR_UNKNOWN},
-    };
-    return all;
-}
-
 class ServiceFaultTest : public RealServiceFixture {
 protected:
     [[nodiscard]] std::optional<std::string> stored(std::string_view key) { return preferences().string(key); }
@@ -65,7 +23,7 @@ protected:
 TEST_F(ServiceFaultTest, EveryFaultOfTheDataServiceEndsEveryOperationOnceWithItsStatus) {
     ASSERT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
     for (const DataOperation& operation : dataOperations(here)) {
-        for (const Fault& fault : faults()) {
+        for (const ServiceFault& fault : serviceFaults()) {
             SCOPED_TRACE(operation.name + ", " + fault.text);
             addFault(operation.path + ":" + fault.text);
 
@@ -82,7 +40,7 @@ TEST_F(ServiceFaultTest, EveryFaultOfTheDataServiceEndsEveryOperationOnceWithIts
 }
 
 TEST_F(ServiceFaultTest, EveryFaultOfTheAuthorizeCallThatCostsItsAnswerIsAServerError) {
-    for (const Fault& fault : faults()) {
+    for (const ServiceFault& fault : serviceFaults()) {
         SCOPED_TRACE(fault.text);
         QVAuthService::shared().logout();
         service->clearRequests();
@@ -98,7 +56,7 @@ TEST_F(ServiceFaultTest, EveryFaultOfTheAuthorizeCallThatCostsItsAnswerIsAServer
 }
 
 TEST_F(ServiceFaultTest, EveryFaultOfTheTokenCallIsTheStatusOfTheSignIn) {
-    for (const Fault& fault : faults()) {
+    for (const ServiceFault& fault : serviceFaults()) {
         SCOPED_TRACE(fault.text);
         QVAuthService::shared().logout();
         service->clearRequests();
@@ -114,7 +72,7 @@ TEST_F(ServiceFaultTest, EveryFaultOfTheTokenCallIsTheStatusOfTheSignIn) {
 
 TEST_F(ServiceFaultTest, EveryFaultOfARefreshIsTheStatusOfTheRequestAndLeavesTheTokens) {
     ASSERT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
-    for (const Fault& fault : faults()) {
+    for (const ServiceFault& fault : serviceFaults()) {
         SCOPED_TRACE(fault.text);
         expireTokens();
         const auto access = stored("quorvane_access_token");
@@ -131,6 +89,59 @@ TEST_F(ServiceFaultTest, EveryFaultOfARefreshIsTheStatusOfTheRequestAndLeavesThe
         EXPECT_EQ(stored("quorvane_refresh_token") == refresh, !succeeds);
         EXPECT_EQ(preferences().boolean("quorvane_background_tracking"), true);
         service->clearFaults();
+    }
+}
+
+TEST_F(ServiceFaultTest, AnAuthenticationThatAFaultMeetsEndsOnceAndTheNextOneSucceeds) {
+    for (const ServiceFault& fault : serviceFaults()) {
+        for (const std::string path : {"/authorize", "/token"}) {
+            SCOPED_TRACE(path + ", " + fault.text);
+            QVAuthService::shared().logout();
+            addFault(path + ":" + fault.text);
+            const Outcome outcome;
+
+            QVAuthService::shared().authenticate(QuorvaneAPI::shared().auth, outcome.record());
+            ASSERT_TRUE(runUntil([&] { return outcome.count() == 1; }));
+            settle();
+
+            const bool succeeds = fault.status == QVStatus::SUCCESS;
+            EXPECT_EQ(outcome.count(), 1U);
+            const QVStatus failure = path == "/token" ? fault.status : QVStatus::ERROR_SERVER;
+            EXPECT_EQ(outcome[0], Outcome::Call(succeeds ? QVStatus::SUCCESS : failure, succeeds));
+            service->clearFaults();
+            EXPECT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
+        }
+    }
+}
+
+TEST_F(ServiceFaultTest, InitialisingAndSettingTheUserTryAgainOnceForEachFaultAndLeaveNothingRunning) {
+    const auto outcomes = std::make_shared<std::vector<Outcome::Call>>();
+    QVAuthService::shared().observeOutcomes([outcomes, this](QVStatus status, bool authenticated) {
+        outcomes->emplace_back(status, authenticated);
+        service->clearFaults();
+    });
+    const std::vector<std::function<void()>> operations{[] { Quorvane::initialize("LOCALKEY-fault"); },
+                                                        [] { Quorvane::setUserId("rider"); }};
+    for (std::size_t i = 0; i < 2 * serviceFaults().size(); ++i) {
+        const ServiceFault fault = serviceFaults()[i / 2];
+        SCOPED_TRACE(fault.text + (i % 2 == 0 ? ", initialising" : ", setting the user"));
+        QVAuthService::shared().logout();
+        // As in a first launch, in which no configuration is fetched.
+        preferences().remove("quorvane_user_id");
+        outcomes->clear();
+        service->clearRequests();
+        addFault("/authorize:" + fault.text);
+
+        operations[i % 2]();
+        ASSERT_TRUE(runUntil([&] { return !outcomes->empty() && std::get<1>(outcomes->back()); }));
+        settle();
+
+        EXPECT_EQ(outcomes->size(), fault.status == QVStatus::SUCCESS ? 1U : 2U);
+        EXPECT_EQ(outcomes->front(),
+                  Outcome::Call(fault.status == QVStatus::SUCCESS ? QVStatus::SUCCESS : QVStatus::ERROR_SERVER,
+                                fault.status == QVStatus::SUCCESS));
+        EXPECT_EQ(requestCount("/token"), 1U);
+        EXPECT_TRUE(Quorvane::isAuthenticated());
     }
 }
 
@@ -167,11 +178,11 @@ TEST_F(ServiceFaultTest, AnswersThatTakeTooLongAreNetworkErrorsForAllOperationsA
     auth.handleAuthenticateFlow("rider", "access-key", "myApp://callback", QuorvaneAPI::shared().auth,
                                 identity.record());
     auth.handleRefreshFlow("access-key", refreshToken, QuorvaneAPI::shared().auth, identity.record());
-    ASSERT_TRUE(runUntil([&] { return data.count() == 5 && identity.count() == 2; }));
+    ASSERT_TRUE(runUntil([&] { return data.count() == 6 && identity.count() == 2; }));
     settle();
 
-    ASSERT_EQ(data.count(), 5U);
-    for (std::size_t i = 0; i < 5; ++i) {
+    ASSERT_EQ(data.count(), 6U);
+    for (std::size_t i = 0; i < 6; ++i) {
         EXPECT_EQ(std::get<0>(data[i]), QVStatus::ERROR_NETWORK);
     }
     ASSERT_EQ(identity.count(), 2U);

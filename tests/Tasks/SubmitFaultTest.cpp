@@ -55,6 +55,21 @@ TEST_F(SubmitFaultTest, EveryFaultOnTheWayBackEndsInOneFailureAndLeavesTheAnswer
     }
 }
 
+TEST_F(SubmitFaultTest, EveryFaultOfAClaimEndsItOnceWithItsStatusAndItCanBeClaimedAgain) {
+    for (const ServiceFault& fault : serviceFaults()) {
+        SCOPED_TRACE(fault.text);
+        addFault("/tasks:count=1:" + fault.text);
+
+        EXPECT_EQ(claim().first, fault.status);
+
+        service->clearFaults();
+        if (fault.text == "expired-token") {
+            ASSERT_EQ(signIn(), Outcome::Call(QVStatus::SUCCESS, true));
+        }
+        EXPECT_EQ(claim().first, QVStatus::SUCCESS);
+    }
+}
+
 TEST_F(SubmitFaultTest, AnExpiredTokenIsRefreshedBeforeTheAnswerIsSentOnce) {
     expireTokens();
 
