@@ -3,8 +3,11 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
+#include <limits>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -43,14 +46,28 @@ std::optional<platform::Coordinate> coordinate(std::string_view text) {
     return platform::Coordinate{*latitude, *longitude};
 }
 
+/// Whether @p text is rather a point that was typed wrong than the name of a file.
+bool isMeantAsPoint(const std::string& text) {
+    const auto comma = text.find(',');
+    std::error_code ignored;
+    return comma != std::string::npos && number(std::string_view(text).substr(0, comma)) &&
+           !std::filesystem::exists(text, ignored);
+}
+
 /// The points that @p text stands for, or why there are none.
 std::variant<std::vector<platform::Coordinate>, Exit> pointsOf(const std::string& text) {
+    if (text.empty()) {
+        return Exit{wrongForm, "--around: an empty text is neither LAT,LNG nor a track."};
+    }
     if (const auto point = coordinate(text)) {
         if (!point->isValid()) {
             return Exit{wrongForm,
                         "--around: \"" + text + "\" lies beyond 90 degrees of latitude or 180 of longitude."};
         }
         return std::vector{*point};
+    }
+    if (isMeantAsPoint(text)) {
+        return Exit{wrongForm, "--around: \"" + text + "\" is no point LAT,LNG, such as 46.05,14.51."};
     }
     const testing::TrackResult track = testing::readGPX(text);
     if (const auto* error = std::get_if<testing::TrackError>(&track)) {
@@ -64,7 +81,8 @@ std::variant<std::vector<platform::Coordinate>, Exit> pointsOf(const std::string
 }
 
 struct Texts {
-    std::string around;
+    std::optional<std::string> around;
+    std::string seed;
     std::vector<std::string> faults;
     std::int64_t lifetime = 3600;
 };
@@ -80,9 +98,9 @@ void describe(CLI::App& app, CommandLine& line, Texts& texts) {
         ->capture_default_str();
     app.add_option("--database", options.database, "File that keeps places and tokens; without it, memory")
         ->type_name("FILE");
-    app.add_option("--seed", options.seed, "Number that the invented places and tasks follow from")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
+    app.add_option("--seed", texts.seed, "Number that the invented places and tasks follow from")
+        ->type_name("UINT")
+        ->default_str(std::to_string(options.seed));
     app.add_option("--around", texts.around, "Where the places are: LAT,LNG or a track in GPX")
         ->type_name("LAT,LNG|TRACK");
     app.add_option("--token-lifetime", texts.lifetime, "Seconds for which an access token works")
@@ -96,6 +114,26 @@ void describe(CLI::App& app, CommandLine& line, Texts& texts) {
         "A fault is a path (\"*\" for all) and parts, separated by colons: drop, reset, truncate-body[=BYTES],\n"
         "truncate-headers[=BYTES], status=CODE, invalid-json, expired-token, lost-reply, delay=500ms,\n"
         "and for how many requests: count=N, skip=N.");
+}
+
+/// Why values that each may be given do not make a sandbox; none when they do. Takes over the seed.
+std::optional<std::string> complaintAbout(const CLI::App& app, const Texts& texts, SandboxOptions& options) {
+    if (app.count("--seed") > 0) {
+        const char* const end = texts.seed.data() + texts.seed.size();
+        const auto [last, error] = std::from_chars(texts.seed.data(), end, options.seed);
+        if (error != std::errc() || last != end) {
+            return "--seed: \"" + texts.seed + "\" is no whole number from 0 to " +
+                   std::to_string(std::numeric_limits<decltype(options.seed)>::max()) + ".";
+        }
+    }
+    if (options.dataPort != 0 && options.dataPort == options.identityPort) {
+        return "--data-port and --identity-port: one port, " + std::to_string(options.dataPort) +
+               ", cannot serve both.";
+    }
+    if (app.count("--database") > 0 && options.database.empty()) {
+        return "--database: an empty text names no file.";
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -115,6 +153,9 @@ std::variant<CommandLine, Exit> parseCommandLine(int count, const char* const* a
     } catch (const CLI::ParseError& error) {
         return Exit{wrongForm, error.what()};
     }
+    if (auto complaint = complaintAbout(app, texts, line.options)) {
+        return Exit{wrongForm, *std::move(complaint)};
+    }
     line.options.accessTokenLifetime = std::chrono::seconds(texts.lifetime);
     for (const std::string& text : texts.faults) {
         auto fault = Fault::parse(text);
@@ -123,8 +164,8 @@ std::variant<CommandLine, Exit> parseCommandLine(int count, const char* const* a
         }
         line.options.faults.push_back(std::get<Fault>(fault));
     }
-    if (!texts.around.empty()) {
-        auto points = pointsOf(texts.around);
+    if (texts.around) {
+        auto points = pointsOf(*texts.around);
         if (auto* exit = std::get_if<Exit>(&points)) {
             return *exit;
         }

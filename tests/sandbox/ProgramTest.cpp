@@ -131,6 +131,32 @@ TEST(Program, AWrongFormEndsItWithStatusTwo) {
               "The fault \"/config:explode\" cannot be read: \"explode\" is no part of a fault.\n");
 }
 
+TEST(Program, AnyNumberOf64BitsIsASeedAndNoOther) {
+    for (const std::string text : {"-1", "", "18446744073709551616", "1.5", "7x"}) {
+        expectEnd({"--seed", text}, 2, "--seed: \"" + text + "\" is no whole number from 0 to 18446744073709551615.\n");
+    }
+    Program program(command(withFreePorts({"--seed", "18446744073709551615"})));
+    EXPECT_GT(portsOf(program.readOutputLine()).data, 0);
+}
+
+TEST(Program, OnePortForBothServicesIsAWrongForm) {
+    expectEnd({"--data-port", "45678", "--identity-port", "45678"}, 2,
+              "--data-port and --identity-port: one port, 45678, cannot serve both.\n");
+    expectEnd({"--data-port", "4001"}, 2, HasSubstr("4001"));
+}
+
+TEST(Program, AnEmptyTextIsAWrongForm) {
+    expectEnd(withFreePorts({"--database", ""}), 2, "--database: an empty text names no file.\n");
+    expectEnd(withFreePorts({"--around", ""}), 2, "--around: an empty text is neither LAT,LNG nor a track.\n");
+}
+
+TEST(Program, APointThatWasTypedWrongIsNotTakenForAFile) {
+    for (const std::string text : {"46.05,x", "1,2,3", "46.05,"}) {
+        expectEnd(withFreePorts({"--around", text}), 2,
+                  "--around: \"" + text + "\" is no point LAT,LNG, such as 46.05,14.51.\n");
+    }
+}
+
 TEST(Program, AFileThatCannotBeReadEndsItWithStatusOne) {
     expectEnd({"--around", "/nowhere/track.gpx"}, 1, HasSubstr("/nowhere/track.gpx"));
     expectEnd(withFreePorts({"--database", "/nowhere/store"}), 1, HasSubstr("/nowhere/store"));
