@@ -8,6 +8,7 @@ namespace {
 constexpr std::array<int, 3> signals{SIGINT, SIGTERM, SIGHUP};
 
 volatile std::sig_atomic_t arrived = 0;
+int living = 0;
 
 extern "C" void rememberSignal(int number) {
     arrived = number;
@@ -15,7 +16,10 @@ extern "C" void rememberSignal(int number) {
 
 } // namespace
 
-Interruption::Interruption() {
+Interruption::Interruption() : isOutermost(living++ == 0) {
+    if (!isOutermost) {
+        return;
+    }
     arrived = 0;
     struct sigaction action = {};
     action.sa_handler = rememberSignal;
@@ -30,7 +34,8 @@ Interruption::Interruption() {
 }
 
 Interruption::~Interruption() {
-    for (std::size_t i = 0; i < signals.size(); ++i) {
+    --living;
+    for (std::size_t i = 0; isOutermost && i < signals.size(); ++i) {
         sigaction(signals[i], &before[i], nullptr);
     }
 }

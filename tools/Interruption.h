@@ -9,7 +9,8 @@ struct Interrupted {
     int exitStatus = 0;
 };
 
-/// While one lives, SIGINT, SIGTERM and SIGHUP do not kill the program but make `check` throw. One at a time.
+/// While one lives, SIGINT, SIGTERM and SIGHUP do not kill the program but make `check` throw. One within another
+/// changes nothing.
 class Interruption {
 public:
     Interruption();
@@ -21,6 +22,7 @@ public:
     static void check();
 
 private:
+    const bool isOutermost;
     struct sigaction before[3] = {};
 };
 

@@ -1,15 +1,22 @@
 #include "tools/Session.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <optional>
+#include <system_error>
 #include <utility>
+
+#include <unistd.h>
 
 #include "API/QVAuthService.h"
 #include "Core/Configured.h"
 #include "Core/PreferenceKeys.h"
+#include "Core/SignedInFlag.h"
 #include "Device/QVUtils.h"
 #include "Facade/Quorvane.h"
+#include "Platform/Native/Home.h"
+#include "Platform/Native/OwnerOnly.h"
 #include "Platform/PreferencesStore.h"
 #include "tools/Failure.h"
 #include "tools/Interruption.h"
@@ -33,6 +40,18 @@ platform::NativeOptions nativeOptions(const GlobalOptions& options, std::functio
     return native;
 }
 
+/// The platform would go on without one, and keep nothing.
+void requireHome(const GlobalOptions& options) {
+    const std::string home = platform::native::homeDirectory(options.home);
+    std::error_code error = home.empty() ? std::error_code() : platform::native::makeDirectories(home);
+    if (!error && !home.empty() && access(home.c_str(), R_OK | W_OK | X_OK) != 0) {
+        error = {errno, std::generic_category()};
+    }
+    if (error) {
+        throw Failure("the home directory " + home + " cannot be used: " + error.message());
+    }
+}
+
 } // namespace
 
 std::vector<platform::LoopbackPort> loopbackPorts(const GlobalOptions& options) {
@@ -49,6 +68,7 @@ std::vector<platform::LoopbackPort> loopbackPorts(const GlobalOptions& options) 
 Session::Session(const GlobalOptions& theOptions, Terminal& theTerminal, std::function<void(std::string_view)> output,
                  const PlatformMaker& make)
     : options(theOptions), terminal(theTerminal) {
+    requireHome(options);
     if (!output) {
         output = [&theTerminal](std::string_view line) { theTerminal.log(line); };
     }
@@ -76,15 +96,24 @@ void Session::signIn() {
     if (user && *user != QVUtils::getDeviceId()) {
         throw Failure("the preferences in " + platformInUse->home() + " belong to another device; name another --home");
     }
+    // Whoever ends the program here finds everything put back, a refresh that is under way among it.
+    const Interruption interruption;
     struct Outcome {
-        std::optional<QVStatus> status;
+        QVStatus status = QVStatus::SUCCESS;
+        bool isKnown = false;
         bool isReached = false;
     };
     const auto outcome = std::make_shared<Outcome>();
     QVAuthService::shared().observeOutcomes([outcome, this](QVStatus status, bool authenticated) {
-        if (!outcome->status) {
-            // An answer to somebody else's question is no failure of a request, and no sign-in either.
-            outcome->status = status == QVStatus::SUCCESS && !authenticated ? QVStatus::ERROR_UNAUTHORIZED : status;
+        if (outcome->isKnown) {
+            return;
+        }
+        // An answer to somebody else's question is no failure of a request, and no sign-in either.
+        outcome->status = status == QVStatus::SUCCESS && !authenticated ? QVStatus::ERROR_UNAUTHORIZED : status;
+        // The request for the configuration and the user's own sign-in may each refresh the tokens: the one that ends
+        // last leaves what is kept.
+        outcome->isKnown = !SignedInFlag::shared().isRefreshing();
+        if (outcome->isKnown) {
             // What was logged on the way comes first.
             platformInUse->mainQueue().post([outcome] { outcome->isReached = true; });
         }
@@ -96,7 +125,9 @@ void Session::signIn() {
     bool isAsked = false;
     platformInUse->mainQueue().runUntil([&isAsked] { return std::exchange(isAsked, true); }, slice);
     terminal.progress({});
-    require(*outcome->status);
+    // Of refreshes that overlap one may fail and leave the tokens that another has brought.
+    const bool isSignedIn = QVAuthService::shared().accessInfo().state() == AuthState::AUTHENTICATED;
+    require(isSignedIn ? QVStatus::SUCCESS : outcome->status);
 }
 
 void Session::waitForAnswer(const std::function<bool()>& isThere) {
@@ -106,11 +137,14 @@ void Session::waitForAnswer(const std::function<bool()>& isThere) {
 }
 
 void Session::wait(const std::function<bool()>& done) {
+    const Interruption interruption;
     // A sign-in and a request after it take at most ten seconds an exchange. A signal is seen at the next slice.
     constexpr int slices = 600;
+    // A refresh that was cut would cost the tokens that the service has already changed for others.
+    const auto isOver = [&done] { return done() && !SignedInFlag::shared().isRefreshing(); };
     for (int i = 0; i < slices; ++i) {
         Interruption::check();
-        if (platformInUse->mainQueue().runUntil(done, slice)) {
+        if (platformInUse->mainQueue().runUntil(isOver, slice)) {
             return;
         }
     }

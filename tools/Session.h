@@ -43,12 +43,12 @@ public:
     /// Gives the library its key and nothing more: for what it answers without a request. A key that is stored stays.
     void configure();
 
-    /// Initialises the library with the key and waits for the first outcome of a sign-in. Throws a `Failure` with its
-    /// status when that is no success.
+    /// Initialises the library with the key and waits for the first outcome of a sign-in, or the last of refreshes that
+    /// overlap. Throws a `Failure` with its status when no good tokens come of it.
     void signIn();
 
-    /// Runs the main queue until @p isThere holds, and then what was posted before. Throws a `Failure` when that takes
-    /// longer than any exchange can.
+    /// Runs the main queue until @p isThere holds and no refresh is under way, and then what was posted before. Throws
+    /// a `Failure` when that takes longer than any exchange can.
     void waitForAnswer(const std::function<bool()>& isThere);
 
     /// Throws a `Failure` for any status but a success.

@@ -1,4 +1,8 @@
+#include <csignal>
 #include <tuple>
+
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include "Core/PreferenceKeys.h"
 #include "Platform/Native/NativePlatform.h"
@@ -80,6 +84,23 @@ TEST_F(SignInTest, AHomeOfAnotherUserIsRefusedInsteadOfHangingForEver) {
               "quorvane: the preferences in " + home.string() + " belong to another device; name another --home\n");
 }
 
+TEST_F(SignInTest, AHomeThatCannotBeUsedIsAFailureInsteadOfASignInThatNothingKeeps) {
+    serve();
+    const std::string file = makeFile("no-folder", "a file");
+
+    for (const std::string& path : {file, file + "/below", std::string("/proc/no-home")}) {
+        const Ended ended = runPlain({"sign-in", "--home", path, "--data-port", std::to_string(service->dataPort()),
+                                      "--identity-port", std::to_string(service->identityPort())});
+
+        EXPECT_EQ(ended.exitStatus, 1) << path;
+        EXPECT_EQ(ended.output, "") << path;
+        EXPECT_TRUE(ended.errors.starts_with("quorvane: the home directory " + path + " cannot be used: "))
+            << ended.errors;
+        EXPECT_EQ(linesOf(ended.errors).size(), 1U) << ended.errors;
+    }
+    EXPECT_TRUE(service->requests().empty());
+}
+
 TEST_F(SignInTest, AServiceThatDoesNotListenIsAServerErrorThatNamesThePorts) {
     const HeldPort deaf(HeldPort::Use::deaf);
     const std::string port = std::to_string(deaf.number());
@@ -92,6 +113,66 @@ TEST_F(SignInTest, AServiceThatDoesNotListenIsAServerErrorThatNamesThePorts) {
               "quorvane: ERROR_SERVER: the service failed, or gave no answer that could be read; is quorvane-sandbox "
               "running, on ports " +
                   port + " and " + port + "?\n");
+}
+
+/// A home with tokens that have expired, so that two refreshes begin at once: one for the configuration, one for the
+/// user.
+class ExpiredSignIn : public SignInTest {
+protected:
+    void expire() {
+        ASSERT_EQ(run({"sign-in"}).exitStatus, 0);
+        const auto platform = platform::NativePlatform::make({.home = home});
+        platform->preferences().setInteger(preference::accessTokenExpiry, 1);
+    }
+
+    AnyCodable::Dictionary stored() { return objectIn(run({"device", "--json"}).document(), "stored"); }
+};
+
+TEST_F(ExpiredSignIn, TheFlagIsAsBeforeWhenAnotherRefreshIsStillUnderWay) {
+    serve({"/token:delay=400ms:skip=2:count=1"});
+    expire();
+
+    const Ended ended = run({"sign-in"});
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_EQ(requestsFor("/token"), 3U) << "a sign-in and two refreshes, each to its end";
+    EXPECT_EQ(stored().at("quorvane_background_tracking"), AnyCodable(true));
+}
+
+TEST_F(ExpiredSignIn, WhatItSaysIsWhatIsKeptWhenOneOfTwoRefreshesFails) {
+    serve({"/token:status=500:skip=1:count=1"});
+    expire();
+
+    const Ended ended = run({"sign-in"});
+
+    const AnyCodable::Dictionary kept = stored();
+    const bool isKept = kept.count("quorvane_access_token") == 1 && numberIn(kept, "qourvane_access_token_expiry") > 1;
+    EXPECT_EQ(ended.exitStatus, isKept ? 0 : 1) << ended.errors;
+    EXPECT_EQ(ended.errors.find("ERROR_SERVER") != std::string::npos, !isKept) << ended.errors;
+}
+
+TEST_F(ExpiredSignIn, WhoeverInterruptsItFindsTheHomeAsItWas) {
+    serve();
+    expire();
+    const AnyCodable::Dictionary before = stored();
+    const HeldPort silent(HeldPort::Use::listening);
+
+    const Running running = start({"sign-in", "--home", home, "--data-port", std::to_string(service->dataPort()),
+                                   "--identity-port", std::to_string(silent.number())});
+    const int connection = accept4(silent.socketHandle(), nullptr, nullptr, SOCK_CLOEXEC);
+    char first = 0;
+    EXPECT_EQ(read(connection, &first, 1), 1) << "a refresh is under way";
+    EXPECT_EQ(kill(running.process, SIGTERM), 0);
+    const Ended ended = finish(running);
+    close(connection);
+
+    EXPECT_EQ(ended.exitStatus, 128 + SIGTERM);
+    EXPECT_EQ(ended.errors, "");
+    const AnyCodable::Dictionary after = stored();
+    for (const auto& [key, value] : before) {
+        EXPECT_EQ(after.at(key), value) << key;
+    }
+    EXPECT_EQ(run({"sign-in"}).exitStatus, 0);
 }
 
 /// A fault of the sandbox, and the full name of the status that it ends in.
