@@ -98,6 +98,15 @@ TEST_F(RideTest, ItsBeginningEndsBeforeTheFirstFixThatIsTooLate) {
     EXPECT_EQ(ride.fixCount(), 4U);
 }
 
+TEST_F(RideTest, ARideOfCenturiesIsCutLikeAnyOther) {
+    const Ride ride = rideOf(R"(<trkpt lat="46" lon="14"><time>1680-01-01T00:00:00Z</time></trkpt>)"
+                             R"(<trkpt lat="46" lon="14"><time>2260-01-01T00:00:00Z</time></trkpt>)");
+
+    EXPECT_EQ(ride.duration(), std::chrono::days(211'840));
+    EXPECT_EQ(ride.beginning(std::chrono::days(31))->fixes.size(), 1U);
+    EXPECT_EQ(ride.beginning(std::chrono::days(211'840))->fixes.size(), 2U);
+}
+
 TEST_F(RideTest, AFileThatIsNoTrackIsAFailureThatNamesIt) {
     try {
         static_cast<void>(Ride::fromFile(path));

@@ -1,6 +1,7 @@
 #include "tools/demo/Ride.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 #include <variant>
 
@@ -9,6 +10,18 @@
 #include "tools/demo/InventedRide.h"
 
 namespace quorvane::tool {
+namespace {
+
+/// Between any two dates: those that can be told lie further apart than their own kind of duration reaches.
+using Span = std::chrono::duration<std::uint64_t, platform::Date::period>;
+
+/// From @p first to @p last, which is not before it.
+Span between(platform::Date first, platform::Date last) {
+    const auto count = [](platform::Date date) { return static_cast<std::uint64_t>(date.time_since_epoch().count()); };
+    return Span(count(last) - count(first));
+}
+
+} // namespace
 
 Ride::Ride(testing::Track theTrack) : track(std::make_shared<const testing::Track>(std::move(theTrack))) {
     double metres = 0;
@@ -42,17 +55,18 @@ std::vector<platform::Coordinate> Ride::coordinates() const {
 }
 
 std::optional<std::chrono::seconds> Ride::duration() const {
-    const auto time = track->fixes.back().timestamp - track->fixes.front().timestamp;
-    if (!track->isTimed || time < std::chrono::seconds(0)) {
+    const platform::Date first = track->fixes.front().timestamp;
+    const platform::Date last = track->fixes.back().timestamp;
+    if (!track->isTimed || last < first) {
         return std::nullopt;
     }
-    return std::chrono::round<std::chrono::seconds>(time);
+    return std::chrono::round<std::chrono::seconds>(between(first, last));
 }
 
 std::shared_ptr<const testing::Track> Ride::beginning(std::chrono::seconds duration) const {
     const platform::Date start = track->fixes.front().timestamp;
     const auto end = std::find_if(track->fixes.begin(), track->fixes.end(), [&](const platform::Location& fix) {
-        return fix.timestamp > start && fix.timestamp - start > duration;
+        return fix.timestamp > start && between(start, fix.timestamp) > duration;
     });
     if (end == track->fixes.end()) {
         return track;
