@@ -1,5 +1,6 @@
 #include "tools/Terminal.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -65,11 +66,17 @@ std::string Terminal::painted(std::string_view text, Paint paint) const {
 
 void Terminal::log(std::string_view text) {
     endProgress();
-    write(stderr, printable(text) + "\n");
+    std::string lines;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines += printable(text.substr(begin, end - begin)) + "\n";
+        begin = end + 1;
+    }
+    write(stderr, lines);
 }
 
 void Terminal::complain(std::string_view sentence) {
-    log("quorvane: " + std::string(sentence));
+    log("quorvane: " + printable(sentence));
 }
 
 void Terminal::progress(std::string_view text) {

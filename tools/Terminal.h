@@ -28,7 +28,7 @@ public:
     /// @p text in a colour, where there are colours.
     [[nodiscard]] std::string painted(std::string_view text, Paint paint) const;
 
-    /// One line on standard error.
+    /// A line of the log on standard error, with the breaks that it has.
     void log(std::string_view text);
 
     /// "quorvane: SENTENCE" on standard error.

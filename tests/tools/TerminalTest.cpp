@@ -57,6 +57,18 @@ protected:
     Arguments device() { return {"device", "--home", home}; }
 };
 
+TEST_F(TerminalTest, ALogKeepsItsBreaksAndNothingElseThatMovesTheCursor) {
+    Terminal terminal;
+    ::testing::internal::CaptureStderr();
+
+    terminal.log("    an error occurred:\n        type\x1b[31m\n");
+    terminal.log("");
+    terminal.complain("one\nsentence");
+
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "    an error occurred:\n        type?[31m\n\n\nquorvane: one?sentence\n");
+}
+
 TEST_F(TerminalTest, ProgressIsShownOnATerminalAndWipedAway) {
     serve();
     environment = {{"TERM", "xterm"}};
