@@ -10,12 +10,16 @@
 #include "JSON/JSON.h"
 #include "Platform/Device.h"
 #include "Platform/PreferencesStore.h"
+#include "testing/DateText.h"
 #include "tools/Session.h"
 #include "tools/Terminal.h"
 #include "tools/Text.h"
 
 namespace quorvane::tool {
 namespace {
+
+/// What the Qt adapter keeps, whether or not this program has it.
+constexpr std::string_view locationServices = "quorvane_location_services";
 
 /// The key of the tokens and of the application is nobody's business: only that they are there.
 AnyCodable lengthOf(const std::optional<std::string>& secret) {
@@ -34,8 +38,9 @@ AnyCodable::Dictionary storedIn(const platform::PreferencesStore& store) {
          {preference::publishableKey, preference::accessKey, preference::accessToken, preference::refreshToken}) {
         add(key, lengthOf(store.string(key)));
     }
-    for (const std::string_view key : {preference::deviceId, preference::installId, preference::userId,
-                                       preference::userDescription, preference::trackingOptions, preference::config}) {
+    for (const std::string_view key :
+         {preference::deviceId, preference::installId, preference::userId, preference::internalUserId,
+          preference::userDescription, preference::trackingOptions, preference::config}) {
         const std::optional<std::string> text = store.string(key);
         add(key, text ? AnyCodable(*text) : AnyCodable());
     }
@@ -44,12 +49,20 @@ AnyCodable::Dictionary storedIn(const platform::PreferencesStore& store) {
         const std::optional<std::int64_t> number = store.integer(key);
         add(key, number ? AnyCodable(*number) : AnyCodable());
     }
-    for (const std::string_view key : {preference::adIdEnabled, preference::backgroundTracking}) {
+    for (const std::string_view key :
+         {preference::adIdEnabled, preference::backgroundTracking, preference::stopped, preference::canExit}) {
         const std::optional<bool> flag = store.boolean(key);
         add(key, flag ? AnyCodable(*flag) : AnyCodable());
     }
-    const std::optional<AnyCodable::Dictionary> metadata = store.dictionary(preference::userMetadata);
-    add(preference::userMetadata, metadata ? AnyCodable(*metadata) : AnyCodable());
+    for (const std::string_view key : {preference::lastSentAt, preference::lastMovedAt}) {
+        const std::optional<platform::Date> date = store.date(key);
+        add(key, date ? AnyCodable(testing::dateText(*date)) : AnyCodable());
+    }
+    for (const std::string_view key : {preference::userMetadata, preference::lastMovedLocation,
+                                       preference::lastFailedStoppedLocation, locationServices}) {
+        const std::optional<AnyCodable::Dictionary> dictionary = store.dictionary(key);
+        add(key, dictionary ? AnyCodable(*dictionary) : AnyCodable());
+    }
     return stored;
 }
 
