@@ -28,6 +28,8 @@ AnyCodable::Dictionary documentOf(const std::optional<QVStatus>& status, const s
     return document;
 }
 
+} // namespace
+
 int runCommand(const CommandLine& line, Terminal& terminal) {
     AnyCodable::Dictionary document;
     int exitStatus = succeeded;
@@ -46,8 +48,12 @@ int runCommand(const CommandLine& line, Terminal& terminal) {
     } catch (const NothingFound& nothing) {
         document = documentOf({}, nothing.what());
         exitStatus = failed;
+    } catch (const WrongForm&) {
+        throw;
     } catch (const Failure& failure) {
         fail(failure.status, failure.what());
+    } catch (const std::exception& error) {
+        fail({}, error.what());
     }
     terminal.setSilent(false);
     if (line.global.json) {
@@ -55,8 +61,6 @@ int runCommand(const CommandLine& line, Terminal& terminal) {
     }
     return exitStatus;
 }
-
-} // namespace
 
 int runProgram(int argumentCount, const char* const* arguments) {
     Terminal terminal;

@@ -1,8 +1,12 @@
 #include <set>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
+#include "tools/CommandLine.h"
 #include "tools/Failure.h"
+#include "tools/Program.h"
+#include "tools/Terminal.h"
 
 namespace quorvane::tool {
 namespace {
@@ -15,6 +19,32 @@ TEST(Failure, EveryStatusHasASentenceOfItsOwn) {
         EXPECT_FALSE(sentence.ends_with('.')) << sentence;
         EXPECT_TRUE(sentences.insert(sentence).second) << sentence;
     }
+}
+
+TEST(Failure, OneThatNobodyForesawIsADocumentToo) {
+    CommandLine line;
+    line.global.json = true;
+    line.command = [](const GlobalOptions&, Terminal&) -> AnyCodable::Dictionary {
+        throw std::runtime_error("the disk is on fire");
+    };
+    Terminal terminal;
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+
+    const int exitStatus = runCommand(line, terminal);
+
+    EXPECT_EQ(terminal.flush(), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "{\"error\":\"the disk is on fire\"}\n");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "quorvane: the disk is on fire\n");
+    EXPECT_EQ(exitStatus, 1);
+}
+
+TEST(Failure, AWrongFormIsLeftToTheProgram) {
+    CommandLine line;
+    line.command = [](const GlobalOptions&, Terminal&) -> AnyCodable::Dictionary { throw WrongForm("no such thing"); };
+    Terminal terminal;
+
+    EXPECT_THROW(runCommand(line, terminal), WrongForm);
 }
 
 } // namespace
