@@ -149,6 +149,15 @@ TEST_F(DemoTest, APortThatIsTakenIsOneSentenceAndNoSuccess) {
     }
 }
 
+TEST_F(DemoTest, OnePortForBothServicesIsAWrongForm) {
+    const Ended ended = runPlain({"demo", "--data-port", "45678", "--identity-port", "45678"});
+
+    EXPECT_EQ(ended.exitStatus, 2);
+    EXPECT_EQ(ended.errors,
+              "quorvane: the demo's services need a port each; --data-port and --identity-port are both "
+              "45678\n");
+}
+
 /// A demo that waits for its track until `go`.
 class WaitingDemoTest : public DemoTest {
 protected:

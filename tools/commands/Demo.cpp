@@ -128,6 +128,10 @@ Errands runErrands(const Ride& ride, const GlobalOptions& asked, const GlobalOpt
 
 AnyCodable::Dictionary ride(const std::string& track, const GlobalOptions& asked, Terminal& terminal) {
     refuseOtherEnvironments(asked.key);
+    if (asked.dataPort && asked.dataPort == asked.identityPort) {
+        throw WrongForm("the demo's services need a port each; --data-port and --identity-port are both " +
+                        std::to_string(*asked.dataPort));
+    }
     const Interruption interruption;
     const Ride ride = track.empty() ? Ride::invented() : Ride::fromFile(track);
     std::optional<TemporaryFolder> temporary;
