@@ -1,5 +1,6 @@
 #include "tools/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -16,9 +17,23 @@ bool beginsCharacter(char byte) {
 
 template <class... Values>
 std::string formatted(const char* form, Values... values) {
-    std::array<char, 64> text{};
+    // Two coordinates of the longest numbers have 320 characters each.
+    std::array<char, 1024> text{};
     const int length = std::snprintf(text.data(), text.size(), form, values...);
-    return {text.data(), static_cast<std::size_t>(length)};
+    return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
+}
+
+/// Whether a mark of direction begins here, which would turn round what a terminal shows: U+200E, U+200F, U+202A to
+/// U+202E and U+2066 to U+2069. All of them take three bytes.
+bool turnsDirection(std::string_view text) {
+    if (!text.starts_with("\xE2\x80") && !text.starts_with("\xE2\x81")) {
+        return false;
+    }
+    const auto last = static_cast<unsigned char>(text.size() > 2 ? text[2] : 0);
+    if (text[1] == '\x81') {
+        return last >= 0xA6U && last <= 0xA9U;
+    }
+    return last == 0x8EU || last == 0x8FU || (last >= 0xAAU && last <= 0xAEU);
 }
 
 } // namespace
@@ -37,6 +52,9 @@ std::string printable(std::string_view text) {
         } else if (isSecondSet) {
             shown += '?';
             ++i;
+        } else if (turnsDirection(text.substr(i))) {
+            shown += '?';
+            i += 2;
         } else {
             shown += text[i];
         }

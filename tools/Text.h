@@ -10,7 +10,7 @@
 
 namespace quorvane::tool {
 
-/// @p text without what would move the cursor of a terminal: each control character stands as "?".
+/// @p text without what would move the cursor of a terminal: each control character and mark of direction is "?".
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// How many columns @p text takes: one for each UTF-8 character.

@@ -15,6 +15,11 @@ TEST(Text, ControlCharactersStandAsQuestionMarks) {
               "a?31m");
 }
 
+TEST(Text, MarksThatTurnTheDirectionOfTheTextStandAsQuestionMarks) {
+    EXPECT_EQ(printable("a\u202Eb\u2066c\u200F\u200Ed\u2069\u202A"), "a?b?c??d??");
+    EXPECT_EQ(printable("\u2026 \u2065 \u202F \u200D"), "\u2026 \u2065 \u202F \u200D");
+}
+
 TEST(Text, LettersBeyondASCIIStayAsTheyAre) {
     EXPECT_EQ(printable("Žerjav Café 5 €"), "Žerjav Café 5 €");
 }
@@ -58,6 +63,16 @@ TEST(Text, DistancesAreMetresBelowAKilometre) {
 
 TEST(Text, CoordinatesHaveFiveDecimals) {
     EXPECT_EQ(coordinateText({46.05, -14.5}), "46.05000, -14.50000");
+}
+
+TEST(Text, NumbersOfAnyLengthAreWrittenOut) {
+    const std::string longest = metresText(-1e300);
+
+    EXPECT_EQ(longest.size(), 304U);
+    EXPECT_TRUE(longest.starts_with("-1000000000000000052")) << longest;
+    EXPECT_TRUE(longest.ends_with("540160 m")) << longest;
+    EXPECT_TRUE(metresText(1e300).ends_with(" km"));
+    EXPECT_EQ(coordinateText({-1e308, 1e308}).size(), (309U + 6U) * 2 + 1 + 2);
 }
 
 TEST(Text, TheTimeOfDayIsThatOfUTC) {
