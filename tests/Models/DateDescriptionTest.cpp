@@ -7,16 +7,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr json::Date noon = std::chrono::sys_days{std::chrono::year{2026} / 3 / 1} + std::chrono::hours{12};
+constexpr json::Date noonInMarch = std::chrono::sys_days{std::chrono::year{2026} / 3 / 1} + std::chrono::hours{12};
 
 TEST(DateDescription, IsTheMomentInUTC) {
-    EXPECT_EQ(descriptionOf(noon), "2026-03-01 12:00:00 +0000");
-    EXPECT_EQ(descriptionOf(noon + 3723s), "2026-03-01 13:02:03 +0000");
+    EXPECT_EQ(descriptionOf(noonInMarch), "2026-03-01 12:00:00 +0000");
+    EXPECT_EQ(descriptionOf(noonInMarch + 3723s), "2026-03-01 13:02:03 +0000");
 }
 
 TEST(DateDescription, IsCutToWholeSeconds) {
-    EXPECT_EQ(descriptionOf(noon + 999999999ns), "2026-03-01 12:00:00 +0000");
-    EXPECT_EQ(descriptionOf(noon - 1ns), "2026-03-01 11:59:59 +0000");
+    EXPECT_EQ(descriptionOf(noonInMarch + 999999999ns), "2026-03-01 12:00:00 +0000");
+    EXPECT_EQ(descriptionOf(noonInMarch - 1ns), "2026-03-01 11:59:59 +0000");
 }
 
 TEST(DateDescription, MomentsBefore1970HaveOneToo) {

@@ -25,4 +25,9 @@ template <class Model>
     return json::encode(json::decode<Model>(std::move(text)));
 }
 
+/// The document of a region of which only the identifier is known.
+[[nodiscard]] inline std::string regionText(const std::string& identifier) {
+    return R"({"id":")" + identifier + R"(","code":"","name":"","type":""})";
+}
+
 } // namespace quorvane

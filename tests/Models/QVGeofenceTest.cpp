@@ -9,13 +9,13 @@
 namespace quorvane {
 namespace {
 
-std::shared_ptr<QVCoordinate> at(double latitude, double longitude) {
+std::shared_ptr<QVCoordinate> centre(double latitude, double longitude) {
     return std::make_shared<QVCoordinate>(platform::Coordinate{latitude, longitude});
 }
 
 std::shared_ptr<QVCircleGeometry> circle() {
     auto geometry = std::make_shared<QVCircleGeometry>();
-    geometry->center = at(1.5, 2.5);
+    geometry->center = centre(1.5, 2.5);
     geometry->radius = 5000.5;
     return geometry;
 }
@@ -82,7 +82,7 @@ TEST(QVGeofence, ACircleIsEncodedAsACircle) {
 
 TEST(QVGeofence, APolygonIsEncodedAsAPolygon) {
     auto polygon = std::make_shared<QVPolygonGeometry>();
-    polygon->coordinates.emplace({at(1.5, 2.5), at(3.5, 4.5)});
+    polygon->coordinates.emplace({centre(1.5, 2.5), centre(3.5, 4.5)});
     QVGeofence geofence("g1", "");
     geofence.geometry = polygon;
 
@@ -101,7 +101,7 @@ TEST(QVCircleGeometry, EveryKeyIsReadAndWritten) {
 
     const auto geometry = json::decode<QVCircleGeometry>(text);
 
-    EXPECT_TRUE(haveEqualObjects(geometry.center, at(1.5, 2.5)));
+    EXPECT_TRUE(haveEqualObjects(geometry.center, centre(1.5, 2.5)));
     EXPECT_EQ(geometry.radius, 5000.5);
     EXPECT_EQ(json::encode(geometry), text);
 }
@@ -121,7 +121,7 @@ TEST(QVPolygonGeometry, EveryKeyIsReadAndWrittenInTheOrderOfTheRing) {
     const auto geometry = json::decode<QVPolygonGeometry>(text);
 
     ASSERT_TRUE(geometry.coordinates);
-    EXPECT_TRUE(haveEqualObjects(*geometry.coordinates, {at(1.5, 2.5), at(3.5, 4.5)}));
+    EXPECT_TRUE(haveEqualObjects(*geometry.coordinates, {centre(1.5, 2.5), centre(3.5, 4.5)}));
     EXPECT_EQ(json::encode(geometry), text);
 }
 

@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// Keeps what it was told, as words.
-class Listener : public LocationManagerDelegate {
+class WordListener : public LocationManagerDelegate {
 public:
     void didUpdateLocations(const std::vector<Location>&) override { told.emplace_back("locations"); }
     void didFail(const LocationError& error) override { told.push_back("failure: " + error.message); }
@@ -36,7 +36,7 @@ protected:
     }
 
     FixedLocationManagerFactory factory{phone->mainQueue()};
-    Listener listener;
+    WordListener listener;
     std::unique_ptr<LocationManager> manager = factory.make();
 };
 

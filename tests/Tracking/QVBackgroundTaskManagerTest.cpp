@@ -6,7 +6,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using Change = observed::BackgroundGrant::Change;
+using GrantChange = observed::BackgroundGrant::Change;
 
 class QVBackgroundTaskManagerTest : public TrackingTest {
 protected:
@@ -65,7 +65,7 @@ TEST_F(QVBackgroundTaskManagerTest, WithFifteenSecondsLeftNoGrantIsBegun) {
     EXPECT_THAT(application().backgroundTasks(), IsEmpty());
     EXPECT_THAT(messages(), ElementsAre("Background time expiring | duration = 5.0"));
     EXPECT_THAT(tasks().backgroundTaskIds(), IsEmpty());
-    EXPECT_EQ(observer.of<observed::BackgroundGrant>().at(0).change, Change::expiring);
+    EXPECT_EQ(observer.of<observed::BackgroundGrant>().at(0).change, GrantChange::expiring);
 }
 
 TEST_F(QVBackgroundTaskManagerTest, WithATenthLessThanTwentySecondsLeftNoGrantIsBegun) {
@@ -160,11 +160,11 @@ TEST_F(QVBackgroundTaskManagerTest, AGrantThatThePlatformExpiresIsEndedOnceAndTh
 
     advance(170s);
     EXPECT_THAT(tasks().backgroundTaskIds(), IsEmpty());
-    std::vector<Change> changes;
+    std::vector<GrantChange> changes;
     for (const observed::BackgroundGrant& grant : observer.of<observed::BackgroundGrant>()) {
         changes.push_back(grant.change);
     }
-    EXPECT_THAT(changes, ElementsAre(Change::begun, Change::expired, Change::ended));
+    EXPECT_THAT(changes, ElementsAre(GrantChange::begun, GrantChange::expired, GrantChange::ended));
 }
 
 TEST_F(QVBackgroundTaskManagerTest, EndingAllEndsAllInTheirOrder) {
@@ -200,12 +200,12 @@ TEST_F(QVBackgroundTaskManagerTest, AfterAllWereEndedTheScheduledEndFindsNothing
     EXPECT_THAT(messages(), ElementsAre("Ending background task | tid = 1"));
     EXPECT_THAT(tasks().backgroundTaskIds(), ElementsAre(2U));
     EXPECT_TRUE(application().backgroundTasks()[1].open);
-    std::vector<std::pair<Change, platform::Application::BackgroundTask>> told;
+    std::vector<std::pair<GrantChange, platform::Application::BackgroundTask>> told;
     for (const observed::BackgroundGrant& grant : observer.of<observed::BackgroundGrant>()) {
         told.emplace_back(grant.change, grant.task);
     }
-    EXPECT_THAT(told,
-                ElementsAre(std::pair(Change::begun, 1U), std::pair(Change::ended, 1U), std::pair(Change::begun, 2U)));
+    EXPECT_THAT(told, ElementsAre(std::pair(GrantChange::begun, 1U), std::pair(GrantChange::ended, 1U),
+                                  std::pair(GrantChange::begun, 2U)));
 }
 
 TEST_F(QVBackgroundTaskManagerTest, EndingNoneIsLoggedToo) {

@@ -10,10 +10,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-std::string region(const std::string& identifier) {
-    return R"({"id":")" + identifier + R"(","code":"","name":"","type":""})";
-}
-
 TEST(QVUserInsights, EveryKeyIsReadAndWritten) {
     const std::string text =
         R"({"homeLocation":{"type":"HOME"},"officeLocation":{"type":"OFFICE"},"state":{"commuting":false,)"
@@ -41,8 +37,9 @@ TEST(QVUserInsights, AnUnknownTypeOfLocationFailsThemAndTheMessageSaysWhere) {
 }
 
 TEST(QVUserInsightsLocation, EveryKeyIsReadAndWritten) {
-    const std::string text = R"({"confidence":2,"country":)" + region("country") + R"(,"dma":)" + region("dma") +
-                             R"(,"postalCode":)" + region("postal") + R"(,"state":)" + region("state") +
+    const std::string text = R"({"confidence":2,"country":)" + regionText("country") + R"(,"dma":)" +
+                             regionText("dma") + R"(,"postalCode":)" + regionText("postal") + R"(,"state":)" +
+                             regionText("state") +
                              R"(,"location":{"latitude":46.5,"longitude":-14.25},"type":"UNKNOWN","updatedAt":10.5})";
 
     const auto location = json::decode<QVUserInsightsLocation>(text);

@@ -6,19 +6,16 @@
 namespace quorvane {
 namespace {
 
-std::string region(const std::string& identifier) {
-    return R"({"id":")" + identifier + R"(","code":"","name":"","type":""})";
-}
-
 TEST(QVUser, EveryKeyIsReadAndWritten) {
     const std::string text =
-        R"({"description":"A rider","id":"u1","country":)" + region("country") + R"(,"deviceId":"d1","dma":)" +
-        region("dma") +
+        R"({"description":"A rider","id":"u1","country":)" + regionText("country") + R"(,"deviceId":"d1","dma":)" +
+        regionText("dma") +
         R"(,"foreground":true,"geofences":[{"description":"","id":"g1"}],"insights":{"state":{"commuting":true,)"
         R"("home":false,"office":false,"traveling":false}},"metadata":{"a":[1,"x",true,2.5]},)"
         R"("nearbyPlaceChains":[{"name":"Acme","slug":"acme"}],"place":{"id":"p1","categories":[],"latitude":1.5,)"
         R"("longitude":2.5,"name":""},"postalCode":)" +
-        region("postal") + R"(,"segments":[{"description":"cyclists","externalId":"s1"}],"state":)" + region("state") +
+        regionText("postal") + R"(,"segments":[{"description":"cyclists","externalId":"s1"}],"state":)" +
+        regionText("state") +
         R"(,"stopped":true,"topChains":[{"name":"Best","slug":"best"}],"userId":"host1","latitude":46.5,)"
         R"("longitude":-14.25})";
 

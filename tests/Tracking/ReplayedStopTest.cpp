@@ -4,7 +4,7 @@
 namespace quorvane {
 namespace {
 
-using Change = observed::Send::Change;
+using SendChange = observed::Send::Change;
 using Force = SyncDecision::Force;
 
 /// A stop that could not be sent, and is sent in the place of a later fix. Stop detection of 70 m and 140 s.
@@ -48,7 +48,7 @@ TEST_F(ReplayedStopTest, AReplayWithinASecondOfTheLastSendIsSentTwoSecondsLater)
     setSent(500ms);
 
     handle(fixAt(0));
-    EXPECT_EQ(lastSend().change, Change::scheduled);
+    EXPECT_EQ(lastSend().change, SendChange::scheduled);
     EXPECT_EQ(syncs(), 0U);
     advance(2s);
 

@@ -5,7 +5,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using Change = observed::Send::Change;
+using SendChange = observed::Send::Change;
 
 class SendingTest : public TrackingTest {
 protected:
@@ -36,7 +36,7 @@ TEST_F(SendingTest, WithoutAKeyNothingIsSentAndTrackingIsBroughtUpToDate) {
     settle();
 
     EXPECT_EQ(syncs(), 0U);
-    EXPECT_EQ(observer.of<observed::Send>().at(0).change, Change::dropped);
+    EXPECT_EQ(observer.of<observed::Send>().at(0).change, SendChange::dropped);
     EXPECT_TRUE(lowPower().updates);
     EXPECT_EQ(QVState::getLastFailedStoppedLocation(), std::nullopt);
     EXPECT_THAT(delegate->errors(), IsEmpty());
@@ -145,7 +145,7 @@ TEST_F(SendingTest, AFailureStoresNeither) {
     EXPECT_EQ(preferences().boolean("quorvane_can_exit"), true);
     const auto sends = observer.of<observed::Send>();
     ASSERT_EQ(sends.size(), 2U);
-    EXPECT_EQ(sends[1].change, Change::ended);
+    EXPECT_EQ(sends[1].change, SendChange::ended);
     EXPECT_EQ(sends[1].status, QVStatus::ERROR_SERVER);
     EXPECT_TRUE(sends[1].canExit);
 }

@@ -14,8 +14,6 @@ using Rule = SyncDecision::Rule;
 using Source = QVLocationSource;
 using Sync = QuorvaneTrackingOptions::Sync;
 
-constexpr platform::Date noon = quorvane::testing::SimulatedClock::start;
-
 /// Options and a fix of a user who moves, with nothing that speaks against sending it.
 class SyncDecisionTest : public ::testing::Test {
 protected:
@@ -37,6 +35,8 @@ protected:
         input.wasStopped = true;
         input.distance = 10;
     }
+
+    static constexpr platform::Date noon = quorvane::testing::SimulatedClock::start;
 
     QuorvaneTrackingOptions options;
     SyncInput input;

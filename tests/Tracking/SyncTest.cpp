@@ -5,7 +5,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using Change = observed::Send::Change;
+using SendChange = observed::Send::Change;
 using Force = SyncDecision::Force;
 using Rule = SyncDecision::Rule;
 
@@ -36,7 +36,7 @@ TEST_F(SyncTest, TheFirstFixEverIsSentTwoSecondsLater) {
     EXPECT_EQ(lastSync().force, Force::neverSent);
     EXPECT_EQ(lastSync().lastSyncInterval, 0);
     EXPECT_EQ(QVState::getLastSentAt(), noon);
-    EXPECT_EQ(lastSend().change, Change::scheduled);
+    EXPECT_EQ(lastSend().change, SendChange::scheduled);
     advance(2s - 1ns);
     EXPECT_EQ(syncs(), 0U);
 
@@ -125,7 +125,7 @@ TEST_F(SyncTest, WhereTheClockWasSetBackAUserWhoJustStoppedIsSentTwoSecondsLater
 
     handle(fixAt(10, 150));
     EXPECT_EQ(lastSync().lastSyncInterval, -3600);
-    EXPECT_EQ(lastSend().change, Change::scheduled);
+    EXPECT_EQ(lastSend().change, SendChange::scheduled);
     EXPECT_EQ(QVState::getLastSentAt(), noon + 150s);
     EXPECT_EQ(syncs(), before);
     advance(2s);

@@ -7,13 +7,9 @@
 namespace quorvane {
 namespace {
 
-std::string region(const std::string& identifier) {
-    return R"({"id":")" + identifier + R"(","code":"","name":"","type":""})";
-}
-
 TEST(QVContext, EveryKeyIsReadAndWritten) {
-    const std::string text = R"({"country":)" + region("country") + R"(,"dma":)" + region("dma") +
-                             R"(,"postal_code":)" + region("postal") + R"(,"state":)" + region("state") +
+    const std::string text = R"({"country":)" + regionText("country") + R"(,"dma":)" + regionText("dma") +
+                             R"(,"postal_code":)" + regionText("postal") + R"(,"state":)" + regionText("state") +
                              R"(,"place":{"id":"p1","categories":[],"latitude":1.5,"longitude":2.5,"name":""},)"
                              R"("geofences":[{"description":"","id":"g1"}]})";
 

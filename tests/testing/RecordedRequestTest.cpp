@@ -5,12 +5,12 @@
 namespace quorvane::testing {
 namespace {
 
-std::optional<RecordedRequest> read(const std::string& url) {
+std::optional<RecordedRequest> recorded(const std::string& url) {
     return RecordedRequest::read(platform::HTTPRequest{.url = url});
 }
 
 TEST(RecordedRequestTest, TheAddressIsTakenApartAndDecoded) {
-    const auto request = read("https://127.0.0.1:4001/v2/t%C3%A4sk%2F1/x?q=a%20b+c&empty=&flag&q%3D=%26#end");
+    const auto request = recorded("https://127.0.0.1:4001/v2/t%C3%A4sk%2F1/x?q=a%20b+c&empty=&flag&q%3D=%26#end");
 
     ASSERT_TRUE(request.has_value());
     EXPECT_EQ(request->scheme, "https");
@@ -21,19 +21,19 @@ TEST(RecordedRequestTest, TheAddressIsTakenApartAndDecoded) {
 }
 
 TEST(RecordedRequestTest, AnAddressWithoutAPathAsksForTheRoot) {
-    EXPECT_EQ(read("http://localhost")->path, "/");
-    EXPECT_EQ(read("http://localhost?a=1")->query.at("a"), "1");
-    EXPECT_EQ(read("http://localhost?a=1")->authority, "localhost");
+    EXPECT_EQ(recorded("http://localhost")->path, "/");
+    EXPECT_EQ(recorded("http://localhost?a=1")->query.at("a"), "1");
+    EXPECT_EQ(recorded("http://localhost?a=1")->authority, "localhost");
 }
 
 TEST(RecordedRequestTest, OfARepeatedParameterTheLastCounts) {
-    EXPECT_EQ(read("http://localhost/?a=1&a=2")->query.at("a"), "2");
+    EXPECT_EQ(recorded("http://localhost/?a=1&a=2")->query.at("a"), "2");
 }
 
 TEST(RecordedRequestTest, WhatIsNoEncodedAddressIsNoRequest) {
     for (const char* url : {"", "/path", "localhost/path", "ftp://localhost/", "http:///path", "http://:80/",
                             "http://localhost/a b", "http://localhost/\xC3\xA4", "http://localhost/\n"}) {
-        EXPECT_FALSE(read(url).has_value()) << url;
+        EXPECT_FALSE(recorded(url).has_value()) << url;
     }
 }
 

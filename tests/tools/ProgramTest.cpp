@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 /// A run that takes longer than this hangs.
 constexpr int limit = 120'000;
 
-std::string contentOf(const std::string& path) {
+std::string textOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
     content << file.rdbuf();
@@ -167,10 +167,10 @@ Ended ProgramTest::finish(const Running& running) {
     close(watched);
     ended.exitStatus = WIFEXITED(state) ? WEXITSTATUS(state) : -1;
     if (std::filesystem::is_regular_file(running.output)) {
-        ended.output = contentOf(running.output);
+        ended.output = textOf(running.output);
     }
     if (std::filesystem::is_regular_file(running.errors)) {
-        ended.errors = contentOf(running.errors);
+        ended.errors = textOf(running.errors);
     }
     return ended;
 }
