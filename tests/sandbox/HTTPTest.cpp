@@ -1,3 +1,6 @@
+#include <cstdio>
+#include <fstream>
+
 #include "sandbox/HTTPService.h"
 #include "sandbox/SandboxFixture.h"
 
@@ -31,6 +34,27 @@ TEST_F(HTTPTest, SeveralRequestsUseOneConnection) {
         EXPECT_EQ(connection.readAnswer().status(), 404);
     }
     EXPECT_EQ(sandbox->requests().back().target, "/c");
+}
+
+TEST_F(HTTPTest, NobodyElseOnTheNetworkCanConnect) {
+    for (const int port : {sandbox->dataPort(), sandbox->identityPort()}) {
+        char ending[8];
+        static_cast<void>(std::snprintf(ending, sizeof ending, ":%04X", static_cast<unsigned>(port)));
+        std::vector<std::string> listening;
+        for (const char* const table : {"/proc/net/tcp", "/proc/net/tcp6"}) {
+            std::ifstream lines(table);
+            std::string number;
+            std::string local;
+            std::string remote;
+            std::string state;
+            for (std::string rest; lines >> number >> local >> remote >> state; std::getline(lines, rest)) {
+                if (local.ends_with(ending) && state == "0A") {
+                    listening.push_back(local);
+                }
+            }
+        }
+        EXPECT_THAT(listening, ::testing::ElementsAre("0100007F" + std::string(ending)));
+    }
 }
 
 TEST_F(HTTPTest, AConnectionEndsWhenTheClientAsksForIt) {
