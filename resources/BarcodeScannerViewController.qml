@@ -80,6 +80,8 @@ FocusScope {
         width: frame.width - 24
         height: 2
         color: "#ff453a"
+        // Not quite opaque, like all that it lies on: opaque things are drawn in another way, which takes time to set up.
+        opacity: 0.99
         visible: screen.state !== "failed"
 
         SequentialAnimation on sweep {

@@ -41,7 +41,7 @@ FocusScope {
     Keys.onTabPressed: cancel.forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: cancel.forceActiveFocus(Qt.BacktabFocusReason)
 
-    Rectangle {
+    Picture {
         id: bar
 
         x: overlay.isWide ? overlay.width - width : 0

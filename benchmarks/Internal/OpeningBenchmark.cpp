@@ -156,6 +156,7 @@ const bool isRegistered = [] {
     add("open a screen to its first frame, in a new window/photo", &measureInNewWindow, &photoScreen);
     add("open a screen to its first frame, in a new window/scanner", &measureInNewWindow, &scannerScreen);
     add("open a screen to its first frame, in an open window/a new empty window", &measureInNewWindow, &nothing);
+    add("open a screen to its first frame, in an open window/nothing new in it", &measureInOpenWindow, &nothing);
     add("open a screen to its first frame, in an open window/photo", &measureInOpenWindow, &photoScreen);
     add("open a screen to its first frame, in an open window/scanner", &measureInOpenWindow, &scannerScreen);
     return true;
