@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <fstream>
 
 #include "Platform/Native/TLSServer.h"
@@ -50,6 +51,31 @@ TEST_F(NativeTransportTLS, ACertificateThatHasExpiredIsRefused) {
     EXPECT_TRUE(failedAs(getFrom(server, true), Kind::connection));
 
     EXPECT_EQ(server.requests(), 0);
+}
+
+using NativeTransportTLSDeathTest = NativeTransportTLS;
+
+TEST_F(NativeTransportTLSDeathTest, AProgramMayEndWithThePlatformInUseAndAConnectionOpen) {
+    // The process that ends is a new one: a copy of this one must not start threads.
+    ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    TLSServer server({});
+    NativeOptions options;
+    options.home = scratch.path();
+    options.certificateFile = scratch.path() + "/authority.pem";
+    std::ofstream(options.certificateFile) << server.authority();
+
+    EXPECT_EXIT(
+        {
+            // Nobody but the library holds it.
+            install(NativePlatform::make(options));
+            auto& inUse = dynamic_cast<NativePlatform&>(current());
+            bool isAnswered = false;
+            inUse.transport().send({.url = "https://localhost:" + std::to_string(server.port()) + "/"},
+                                   [&](const Result& result) { isAnswered = body(result) == "secret"; });
+            inUse.mainQueue().runUntil([&] { return isAnswered; }, std::chrono::seconds(60));
+            std::exit(isAnswered ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace
