@@ -50,8 +50,15 @@ Document::Content::~Content() {
 Document Document::parse(std::string&& text) {
     auto content = std::make_shared<Content>();
     parseInto(content->parsed, text);
-    content->tape = {content->parsed.tape.get(), reinterpret_cast<const char*>(content->parsed.string_buf.get())};
+    content->literals.emplace(std::move(text), content->tape);
+    content->tape = {content->parsed.tape.get(), reinterpret_cast<const char*>(content->parsed.string_buf.get()),
+                     &*content->literals};
     return Document(std::move(content));
+}
+
+std::string Document::takeText() && {
+    const std::shared_ptr<Content> content = std::move(shared);
+    return content.use_count() == 1 ? std::move(content->literals->text) : content->literals->text;
 }
 
 Element rootOf(const Document& document) {

@@ -51,8 +51,8 @@ AnyCodable numberOf(Element value) {
         default:
             break;
     }
-    if (isWhole(value.decimal())) {
-        return static_cast<std::int64_t>(value.decimal());
+    if (const std::optional<std::int64_t> whole = value.wholeNumber()) {
+        return *whole;
     }
     return value.decimal();
 }

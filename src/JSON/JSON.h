@@ -16,11 +16,14 @@ class Dictionary;
 /// A parsed JSON document, immutable. A copy shares the document; safe from any thread.
 class Document {
 public:
-    /// Parses the whole of @p text (UTF-8), which the document does not need afterwards. Spare capacity behind the text
-    /// (64 bytes) saves a copy; the text itself stays as it is. Throws a `DecodingError` of kind `malformed` with a
+    /// Parses the whole of @p text (UTF-8), which the document keeps. Spare capacity behind the text (64 bytes) saves a
+    /// copy. Throws a `DecodingError` of kind `malformed` with a
     /// sentence for anything that is no JSON document, for a depth above 512 and for a number beyond a double.
     static Document parse(std::string&& text);
     static Document parse(const std::string& text) { return parse(std::string(text)); }
+
+    /// Gives back the text of a document that nobody else holds, for its memory; of one that is shared a copy.
+    [[nodiscard]] std::string takeText() &&;
 
     /// The root as a dictionary; none when the root is no object.
     [[nodiscard]] std::optional<Dictionary> dictionary() const;
@@ -30,8 +33,8 @@ public:
 
 private:
     friend class Dictionary;
-    explicit Document(std::shared_ptr<const Content> content) : shared(std::move(content)) {}
-    std::shared_ptr<const Content> shared;
+    explicit Document(std::shared_ptr<Content> content) : shared(std::move(content)) {}
+    std::shared_ptr<Content> shared;
 };
 
 /// The raw dictionary of an answer: a view that keeps the parsed document alive, not a copy of it.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "JSON/CodingErrors.h"
+#include "JSON/Literals.h"
 
 namespace quorvane::json {
 
@@ -14,26 +15,6 @@ namespace {
 
 constexpr std::size_t deepest = 512;
 constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
-
-/// Calls @p outside with each position that is outside of the text's strings.
-template <class Visitor>
-void visitOutsideStrings(std::string_view text, Visitor outside) {
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (inString) {
-            if (c == '\\') {
-                ++i;
-            } else {
-                inString = c != '"';
-            }
-        } else if (c == '"') {
-            inString = true;
-        } else {
-            outside(i);
-        }
-    }
-}
 
 std::size_t depthOf(std::string_view text) {
     std::size_t depth = 0;
@@ -57,18 +38,12 @@ bool isBeyond64Bits(std::string_view integer) {
 std::string withLongIntegersAsDoubles(std::string_view text) {
     std::string result;
     std::size_t copied = 0;
-    std::size_t numberEnd = 0;
-    visitOutsideStrings(text, [&](std::size_t i) {
-        const bool startsNumber = text[i] == '-' || (text[i] >= '0' && text[i] <= '9');
-        if (i < numberEnd || !startsNumber) {
-            return;
-        }
-        numberEnd = std::min(text.find_first_not_of("0123456789.eE+-", i), text.size());
-        const std::string_view number = text.substr(i, numberEnd - i);
+    visitNumbers(text, [&](std::size_t position, std::string_view number) {
         if (number.find_first_of(".eE+") == std::string_view::npos && isBeyond64Bits(number)) {
-            result += text.substr(copied, numberEnd - copied);
+            const std::size_t end = position + number.size();
+            result += text.substr(copied, end - copied);
             result += ".0";
-            copied = numberEnd;
+            copied = end;
         }
     });
     return result += text.substr(copied);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <cmath>
 #include <cstdint>
-#include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -52,12 +51,6 @@ private:
     CodingPath path;
 };
 
-/// The whole number that a double is, where it is one. The double at the lower end of the integers is none: it also
-/// stands for the integers just beyond 64 bits.
-inline bool isWhole(double number) {
-    return std::trunc(number) == number && number > -0x1p63 && number < 0x1p63;
-}
-
 /// The whole number that a JSON number is, however it is written.
 inline bool readInteger(Element value, std::int64_t& field, std::string_view expected, Reading& reading) {
     switch (value.type()) {
@@ -65,11 +58,11 @@ inline bool readInteger(Element value, std::int64_t& field, std::string_view exp
             field = value.integer();
             return true;
         case ElementType::decimal:
-            if (!isWhole(value.decimal())) {
-                return reading.corrupted(expected, value);
+            if (const std::optional<std::int64_t> whole = value.wholeNumber()) {
+                field = *whole;
+                return true;
             }
-            field = static_cast<std::int64_t>(value.decimal());
-            return true;
+            return reading.corrupted(expected, value);
         case ElementType::uint64:
             return reading.corrupted(expected, value);
         default:

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 /// For what is a few instructions in the loops over a document, and for what is hardly ever called.
@@ -17,13 +19,16 @@
 namespace quorvane::json {
 
 class Document;
+class Literals;
 
 /// A parsed document as the parser leaves it: one word per value or bracket (two for a number), with the kind in the
 /// highest byte and below it, for a text, where its length and its bytes stand in the text buffer, and for an opening
-/// bracket the number of elements and the index behind its closing bracket.
+/// bracket the number of elements and the index behind its closing bracket. Beside it the text, for numbers that it
+/// does not hold exactly.
 struct Tape {
     const std::uint64_t* words = nullptr;
     const char* texts = nullptr;
+    const Literals* literals = nullptr;
 };
 
 /// The kinds of values, as the highest byte of a word says them.
@@ -38,6 +43,15 @@ enum class ElementType : std::uint8_t {
     false_ = 'f',
     null = 'n',
 };
+
+[[nodiscard]] QV_ALWAYS_INLINE bool isNumber(ElementType type) {
+    return type == ElementType::int64 || type == ElementType::decimal || type == ElementType::uint64;
+}
+
+/// Whether no other whole number is read as the same double, or none at all, of 64 bits.
+[[nodiscard]] inline bool isToldByDouble(double number) {
+    return !(std::fabs(number) >= 0x1p53 && std::fabs(number) <= 0x1p63);
+}
 
 /// One value of a document; does not keep the document alive. What is asked for must fit the type.
 class Element {
@@ -55,6 +69,15 @@ public:
     [[nodiscard]] std::int64_t integer() const { return number<std::int64_t>(); }
     [[nodiscard]] std::uint64_t naturalNumber() const { return number<std::uint64_t>(); }
     [[nodiscard]] double decimal() const { return number<double>(); }
+    /// The integer that a decimal was written as, 3.0 or 3e0; none when it is no whole number or beyond 64 bits.
+    [[nodiscard]] std::optional<std::int64_t> wholeNumber() const {
+        const double value = decimal();
+        if (!isToldByDouble(value)) {
+            return integerAsWritten();
+        }
+        const bool isWhole = std::trunc(value) == value && std::fabs(value) < 0x1p63;
+        return isWhole ? std::optional(static_cast<std::int64_t>(value)) : std::nullopt;
+    }
     [[nodiscard]] QV_ALWAYS_INLINE std::string_view text() const {
         const char* const entry = tape->texts + (word() & payloadMask);
         std::uint32_t length = 0;
@@ -74,8 +97,7 @@ public:
         if (kind == ElementType::array || kind == ElementType::object) {
             return {*tape, indexBehind()};
         }
-        const bool isNumber = kind == ElementType::int64 || kind == ElementType::decimal || kind == ElementType::uint64;
-        return {*tape, index + 1 + static_cast<std::size_t>(isNumber)};
+        return {*tape, index + 1 + static_cast<std::size_t>(isNumber(kind))};
     }
     /// The value that follows on this text.
     [[nodiscard]] QV_ALWAYS_INLINE Element behindText() const { return {*tape, index + 1}; }
@@ -95,6 +117,8 @@ private:
     [[nodiscard]] QV_ALWAYS_INLINE std::size_t indexBehind() const {
         return static_cast<std::size_t>(word() & indexMask);
     }
+
+    [[nodiscard]] QV_COLD std::optional<std::int64_t> integerAsWritten() const;
 
     template <class Number>
     [[nodiscard]] QV_ALWAYS_INLINE Number number() const {

@@ -1,4 +1,9 @@
 #include <chrono>
+#include <cstdint>
+#include <limits>
+#include <utility>
+#include <variant>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -88,14 +93,40 @@ TEST(Decoder, AnIntegralNumberIsAnIntegerHoweverItIsWritten) {
     EXPECT_EQ(decode<Everything>(R"({"integer":-0.0})").integer, 0);
 }
 
-TEST(Decoder, AWholeNumberThatIsWrittenWithAPointIsTheDoubleThatItStandsFor) {
-    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740991.0})").integer, 9007199254740991);
-    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740993})").integer, 9007199254740993);
-    EXPECT_EQ(decode<Everything>(R"({"integer":9007199254740993.0})").integer, 9007199254740992);
-    EXPECT_EQ(decode<Everything>(R"({"integer":9223372036854774784.0})").integer, 9223372036854774784);
-    for (const char* text : {"9223372036854775807.0", "-9223372036854775808.0", "-9223372036854775808e0"}) {
-        EXPECT_THROW(decode<Everything>("{\"integer\":" + std::string(text) + "}"), json::DecodingError) << text;
+TEST(Decoder, AWholeNumberOf64BitsIsReadExactlyHoweverItIsWritten) {
+    const std::vector<std::pair<const char*, std::int64_t>> numbers{
+        {"9007199254740991.0", 9007199254740991},
+        {"9007199254740993", 9007199254740993},
+        {"9007199254740993.0", 9007199254740993},
+        {"-9007199254740993.000", -9007199254740993},
+        {"90071992547409.93e2", 9007199254740993},
+        {"9007199254740993000000E-6", 9007199254740993},
+        {"0.000000000000000009007199254740993e+33", 9007199254740993},
+        {"9e18", 9'000'000'000'000'000'000},
+        {"9223372036854775807.0", std::numeric_limits<std::int64_t>::max()},
+        {"-9223372036854775808.0", std::numeric_limits<std::int64_t>::min()},
+        {"-9223372036854775808e0", std::numeric_limits<std::int64_t>::min()},
+    };
+    for (const auto& [text, number] : numbers) {
+        const std::string before = R"({"text":"7e1 \" 8.5","any":[1,"2",-3.5,{"x":4e2}],"integer":)";
+        EXPECT_EQ(decode<Everything>(before + text + "}").integer, number) << text;
+        EXPECT_EQ(std::get<std::int64_t>(decode<AnyCodable>(text).value), number) << text;
     }
+    for (const char* text : {"9007199254740993.5", "9223372036854775808.0", "-9223372036854775809.0", "1e19"}) {
+        EXPECT_THROW(decode<Everything>("{\"integer\":" + std::string(text) + "}"), json::DecodingError) << text;
+        EXPECT_TRUE(std::holds_alternative<double>(decode<AnyCodable>(text).value)) << text;
+    }
+}
+
+TEST(Decoder, ADocumentGivesItsTextBackAndAsACopyWhileOthersHoldIt) {
+    const std::string text = R"({"integer":9007199254740993.0})";
+    auto document = json::Document::parse(text);
+    auto other = document;
+    EXPECT_EQ(std::move(document).takeText(), text);
+    Everything model;
+    json::decode(other, model);
+    EXPECT_EQ(model.integer, 9007199254740993);
+    EXPECT_EQ(std::move(other).takeText(), text);
 }
 
 TEST(Decoder, AnIntegerFillsAFieldOfDoubles) {
