@@ -11,7 +11,8 @@
 namespace quorvane::capture {
 namespace {
 
-/// The screens that are there. They leave before the platform that they work on goes.
+/// The screens that are there; those that are shown in the order of their showing. They leave before the platform that
+/// they work on goes.
 struct Screens {
     Screens() = default;
     Screens(const Screens&) = delete;
@@ -40,6 +41,7 @@ ViewController::ViewController(std::optional<InterfaceFile> theFile)
 }
 
 ViewController::~ViewController() {
+    ViewController* const above = nextAbove();
     if (const auto all = screens.lock()) {
         all->erase(std::remove(all->begin(), all->end(), this), all->end());
     }
@@ -49,7 +51,7 @@ ViewController::~ViewController() {
     }
     delete transition.data();
     if (shown) {
-        enableWhatLiesBehind();
+        enableWhatLiesBehind(above);
         giveFocusBack();
     }
 }
@@ -130,6 +132,7 @@ void ViewController::present(QQuickItem& item, bool animated) {
     layOut();
     root->setEnabled(true);
     root->setVisible(true);
+    becomeTopmost();
     root->setParentItem(&item);
     if (QQuickWindow* const shownIn = root->window()) {
         focusedBefore = shownIn->activeFocusItem();
@@ -177,6 +180,28 @@ void ViewController::dismiss(bool animated) {
     }
 }
 
+void ViewController::becomeTopmost() {
+    if (const auto all = screens.lock()) {
+        const auto own = std::find(all->begin(), all->end(), this);
+        if (own != all->end()) {
+            std::rotate(own, own + 1, all->end());
+        }
+    }
+}
+
+ViewController* ViewController::nextAbove() const {
+    const auto all = screens.lock();
+    if (!all || !parent) {
+        return nullptr;
+    }
+    const auto own = std::find(all->begin(), all->end(), this);
+    const auto lies = [this](const ViewController* other) {
+        return other != this && other->shown && other->parent == parent;
+    };
+    const auto found = std::find_if(own, all->end(), lies);
+    return found == all->end() ? nullptr : *found;
+}
+
 void ViewController::disableWhatLiesBehind() {
     for (QQuickItem* const sibling : parent->childItems()) {
         if (sibling != root.get() && sibling->isEnabled()) {
@@ -188,25 +213,18 @@ void ViewController::disableWhatLiesBehind() {
 
 void ViewController::disable(QQuickItem& item) {
     disabled.emplace_back(&item);
-    QObject::connect(&item, &QQuickItem::enabledChanged, root.get(), [this, changed = &item] {
+    QObject::connect(&item, &QQuickItem::enabledChanged, &receiver, [this, changed = &item] {
+        QObject::disconnect(changed, &QQuickItem::enabledChanged, &receiver, nullptr);
         disabled.erase(std::remove(disabled.begin(), disabled.end(), changed), disabled.end());
     });
 }
 
-void ViewController::enableWhatLiesBehind() {
-    ViewController* above = nullptr;
-    if (const auto all = screens.lock()) {
-        const auto lies = [this](const ViewController* other) {
-            return other != this && other->shown && parent && other->parent == parent;
-        };
-        const auto found = std::find_if(all->begin(), all->end(), lies);
-        above = found == all->end() ? nullptr : *found;
-    }
+void ViewController::enableWhatLiesBehind(ViewController* above) {
     for (const QPointer<QQuickItem>& sibling : std::exchange(disabled, {})) {
         if (!sibling) {
             continue;
         }
-        QObject::disconnect(sibling, &QQuickItem::enabledChanged, root.get(), nullptr);
+        QObject::disconnect(sibling, &QQuickItem::enabledChanged, &receiver, nullptr);
         if (above != nullptr) {
             above->disable(*sibling);
         } else {
@@ -266,13 +284,15 @@ void ViewController::endShowing() {
         parent->disconnect(root.get());
     }
     root->setVisible(false);
-    enableWhatLiesBehind();
+    enableWhatLiesBehind(nextAbove());
     parent = nullptr;
     ownWindow.reset();
     giveFocusBack();
 }
 
 void ViewController::leave() {
+    // The host may let go of the screen when it hears from an item of its own.
+    const std::shared_ptr<ViewController> self = weak_from_this().lock();
     if (shown) {
         root->removed = nullptr;
         root->setParentItem(nullptr);

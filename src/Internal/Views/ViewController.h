@@ -84,12 +84,17 @@ private:
     bool canPresent();
     void loadView();
     void layOut();
+    /// Of all screens.
+    void becomeTopmost();
+    /// The screen that was shown next in the same item; null for the topmost one.
+    [[nodiscard]] ViewController* nextAbove() const;
     /// What lies behind the screen takes no input meanwhile: pointer handlers see what is accepted in front of them,
     /// too.
     void disableWhatLiesBehind();
     void disable(QQuickItem& item);
-    /// But for what the host has enabled or disabled since.
-    void enableWhatLiesBehind();
+    /// But for what the host has enabled or disabled since. What lies behind @p above, too, stays disabled until that
+    /// goes.
+    void enableWhatLiesBehind(ViewController* above);
     void fade(double from, double to);
     void fadeOut();
     void remove();

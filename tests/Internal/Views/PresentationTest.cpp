@@ -1,5 +1,7 @@
 #include <QPointer>
 #include <QTest>
+#include <algorithm>
+#include <array>
 
 #include "Internal/Views/OwnWindow.h"
 #include "Internal/Views/ScreenTest.h"
@@ -37,6 +39,14 @@ private:
     }
 
     Steps& steps;
+};
+
+/// An item of a host that knows who listens to it.
+class CountingItem final : public QQuickItem {
+public:
+    using QQuickItem::QQuickItem;
+
+    [[nodiscard]] int listeners() const { return receivers(SIGNAL(enabledChanged())); }
 };
 
 class PresentationTest : public ScreenTest {
@@ -257,6 +267,56 @@ TEST_F(PresentationTest, WhatLiesBehindTwoScreensIsEnabledByTheLastOfThem) {
     }
 }
 
+TEST_F(PresentationTest, OfSeveralScreensTheTopmostTakesInputWhicheverGoes) {
+    const QQuickItem behind(window->contentItem());
+    std::array<std::size_t, 3> order{0, 1, 2};
+    for (const bool isLetGoOf : {false, true}) {
+        do {
+            SCOPED_TRACE(::testing::PrintToString(order) + (isLetGoOf ? " are let go of" : " are dismissed"));
+            std::array<std::shared_ptr<SomeController>, 3> screens;
+            for (std::size_t i = screens.size(); i-- > 0;) {
+                // Made in another order than they are shown in.
+                screens.at(i) = std::make_shared<SomeController>(steps);
+            }
+            for (const auto& screen : screens) {
+                screen->present(*window, false);
+            }
+            for (const std::size_t leaving : order) {
+                screens.at(leaving)->dismiss(isLetGoOf);
+                screens.at(leaving) = nullptr;
+
+                bool isTopmost = true;
+                for (std::size_t i = screens.size(); i-- > 0;) {
+                    if (screens.at(i)) {
+                        EXPECT_EQ(screens.at(i)->view().isEnabled(), std::exchange(isTopmost, false)) << i;
+                    }
+                }
+                EXPECT_EQ(behind.isEnabled(), isTopmost);
+            }
+        } while (std::next_permutation(order.begin(), order.end()));
+    }
+}
+
+TEST_F(PresentationTest, AScreenListensToNothingOfTheHostOnceItIsGone) {
+    CountingItem left(window->contentItem());
+    CountingItem changed(window->contentItem());
+    for (int i = 0; i < 2; ++i) {
+        controller->present(*window, false);
+        EXPECT_EQ(left.listeners(), 1);
+        changed.setEnabled(true);
+        controller->dismiss(false);
+        EXPECT_EQ(left.listeners(), 0);
+        EXPECT_EQ(changed.listeners(), 0);
+    }
+    controller->present(*window, false);
+    changed.setEnabled(true);
+    controller->dismiss(false);
+    controller.reset();
+    // What the screen was made of is there still.
+    changed.setEnabled(false);
+    EXPECT_FALSE(changed.isEnabled());
+}
+
 TEST_F(PresentationTest, TheTabulatorDoesNotLeaveAScreen) {
     QQuickItem behind(window->contentItem());
     behind.setActiveFocusOnTab(true);
@@ -279,6 +339,23 @@ TEST_F(PresentationTest, AScreenGoesWithoutAWordWhenThePlatformIsTakenOutOfUse) 
     EXPECT_EQ(colorAt({100, 150}), Qt::white);
     controller->dismiss(false);
     EXPECT_EQ(newSteps(), Steps{});
+}
+
+TEST_F(PresentationTest, AHostMayLetGoOfAScreenThatGoesWithThePlatform) {
+    const QQuickItem behind(window->contentItem());
+    controller->present(*window, false);
+    const std::weak_ptr<SomeController> held = controller;
+    bool isHeldWhileItGoes = false;
+    QObject::connect(&behind, &QQuickItem::enabledChanged, &behind, [&] {
+        controller.reset();
+        isHeldWhileItGoes = !held.expired();
+    });
+
+    platform::install(nullptr);
+
+    EXPECT_TRUE(isHeldWhileItGoes);
+    EXPECT_TRUE(held.expired());
+    EXPECT_TRUE(behind.isEnabled());
 }
 
 } // namespace

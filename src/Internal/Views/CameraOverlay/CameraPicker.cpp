@@ -93,6 +93,9 @@ void CameraPicker::takePicture() {
     const int asked = ++photo;
     const bool flash = cameraFlashMode == CameraFlashMode::on && camera->hasFlash();
     camera->takePhoto(flash, lifetime.guard([this, asked](const std::shared_ptr<const platform::Image>& picture) {
+        if (asked != photo) {
+            return;
+        }
         if (picture) {
             receive(asked, picture);
         } else {
@@ -140,12 +143,14 @@ void CameraPicker::viewDidLayoutSubviews() {
 }
 
 void CameraPicker::releaseDevices() {
+    awaitNoPhoto();
     stopCamera();
     camera = nullptr;
     overlayView = nullptr;
 }
 
 void CameraPicker::viewDidDisappear() {
+    awaitNoPhoto();
     stopCamera();
     camera = nullptr;
     if (const auto host = delegate.lock()) {

@@ -12,6 +12,18 @@ namespace {
 using platform::ImagePicker;
 using Calls = std::vector<std::string>;
 
+/// A camera of the host's own, which answers when the test does.
+class HostCamera final : public testing::SimulatedCamera, public platform::Cameras {
+public:
+    using SimulatedCamera::SimulatedCamera;
+
+    PhotoHandler answer;
+
+    void takePhoto(bool /*withFlash*/, PhotoHandler completion) override { answer = std::move(completion); }
+    /// The test keeps it.
+    [[nodiscard]] std::shared_ptr<platform::Camera> defaultCamera() override { return {std::shared_ptr<void>(), this}; }
+};
+
 class ImagePickerTest : public OverlayTest {};
 
 TEST_F(ImagePickerTest, AQuestionWithoutPhotoOptionsHasNone) {
@@ -213,6 +225,23 @@ TEST_F(ImagePickerTest, APictureOfAnEarlierShowingIsNotTold) {
     picker->takePicture();
     settle();
     EXPECT_EQ(delegate->calls, (Calls{"dismissed", "took"}));
+}
+
+TEST_F(ImagePickerTest, ACameraMayAnswerWithoutAPictureWhenThePlatformHasGone) {
+    const auto camera = std::make_shared<HostCamera>(world->mainQueue());
+    Devices all = devices();
+    all.cameras = camera;
+    install(all);
+    show();
+    picker->takePicture();
+    ASSERT_NE(camera->answer, nullptr);
+
+    platform::install(nullptr);
+    camera->answer(nullptr);
+
+    EXPECT_EQ(delegate->calls, Calls{});
+    picker->takePicture();
+    EXPECT_EQ(delegate->calls, Calls{"failed"});
 }
 
 TEST_F(ImagePickerTest, AnAnimatedDismissalIsToldOnceItIsOver) {
