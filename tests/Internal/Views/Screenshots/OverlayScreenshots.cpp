@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "Internal/Views/CameraOverlay/OverlayTest.h"
 #include "Internal/Views/Screenshots/Screenshot.h"
 
@@ -35,10 +37,11 @@ constexpr OverlayState states[] = {
     {.name = "failed", .overlay = OverlayType::circle, .level = LevelType::flat, .hasCamera = false},
 };
 
-class OverlayScreenshots : public OverlayTest, public ::testing::WithParamInterface<OverlayState> {};
+class OverlayScreenshots : public OverlayTest, public ::testing::WithParamInterface<std::tuple<OverlayState, QSize>> {};
 
 TEST_P(OverlayScreenshots, AreKept) {
-    const OverlayState& state = GetParam();
+    const auto& [state, size] = GetParam();
+    resize(size);
     options.photoOverlayType = state.overlay;
     options.photoLevelType = state.level;
     options.defaultFlashState = state.flashIsOn;
@@ -51,20 +54,17 @@ TEST_P(OverlayScreenshots, AreKept) {
     for (const Surroundings surroundings : {Surroundings::light, Surroundings::dark}) {
         cameras->camera->show(scene(surroundings));
         settle();
-        for (const QSize size : screenshotSizes) {
-            resize(size);
-            const QString name = QString("photo-%1-%2x%3-%4")
-                                     .arg(state.name)
-                                     .arg(size.width())
-                                     .arg(size.height())
-                                     .arg(nameOf(surroundings));
-            keepScreenshot(picture(), name, size, window->effectiveDevicePixelRatio());
-        }
+        const QString name = QString("photo-%1-%2-%3").arg(state.name, textOf(size), nameOf(surroundings));
+        keepScreenshot(picture(), name, size, window->effectiveDevicePixelRatio());
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Photo, OverlayScreenshots, ::testing::ValuesIn(states),
-                         [](const auto& one) { return std::string(one.param.name); });
+INSTANTIATE_TEST_SUITE_P(Photo, OverlayScreenshots,
+                         ::testing::Combine(::testing::ValuesIn(states), ::testing::ValuesIn(screenshotSizes)),
+                         [](const auto& one) {
+                             return std::string(std::get<0>(one.param).name) + "_" +
+                                    textOf(std::get<1>(one.param)).toStdString();
+                         });
 
 } // namespace
 } // namespace quorvane::capture

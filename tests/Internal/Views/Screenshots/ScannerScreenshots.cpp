@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "Internal/Views/BarcodeScanner/BarcodeScannerViewController.h"
 #include "Internal/Views/ScreenTest.h"
 #include "Internal/Views/Screenshots/Screenshot.h"
@@ -19,40 +21,39 @@ const char* nameOf(ScannerState state) {
     return "failed";
 }
 
-class ScannerScreenshots : public ScreenTest, public ::testing::WithParamInterface<ScannerState> {};
+class ScannerScreenshots : public ScreenTest, public ::testing::WithParamInterface<std::tuple<ScannerState, QSize>> {};
 
 TEST_P(ScannerScreenshots, AreKept) {
-    const ScannerState state = GetParam();
+    const auto& [state, size] = GetParam();
+    resize(size);
     for (const Surroundings surroundings : {Surroundings::light, Surroundings::dark}) {
-        for (const QSize size : screenshotSizes) {
-            resize(size);
-            const auto scanner = BarcodeScannerViewController::make(devices());
+        const auto scanner = BarcodeScannerViewController::make(devices());
+        scanner->present(*window, false);
+        cameras->camera->show(scene(surroundings));
+        settle();
+        animations.pass(300);
+        if (state == ScannerState::found) {
+            scanner->scanningSucceeded("4006381333931");
+            animations.pass(BarcodeScannerViewController::greenMilliseconds);
+        } else if (state == ScannerState::failed) {
+            cameras->hasCamera = false;
+            scanner->dismiss(false);
             scanner->present(*window, false);
-            cameras->camera->show(scene(surroundings));
-            settle();
-            animations.pass(300);
-            if (state == ScannerState::found) {
-                scanner->scanningSucceeded("4006381333931");
-                animations.pass(BarcodeScannerViewController::greenMilliseconds);
-            } else if (state == ScannerState::failed) {
-                cameras->hasCamera = false;
-                scanner->dismiss(false);
-                scanner->present(*window, false);
-                cameras->hasCamera = true;
-            }
-            const QString name = QString("scanner-%1-%2x%3-%4")
-                                     .arg(nameOf(state))
-                                     .arg(size.width())
-                                     .arg(size.height())
-                                     .arg(nameOf(surroundings));
-            keepScreenshot(picture(), name, size, window->effectiveDevicePixelRatio());
+            cameras->hasCamera = true;
         }
+        const QString name = QString("scanner-%1-%2-%3").arg(nameOf(state), textOf(size), nameOf(surroundings));
+        keepScreenshot(picture(), name, size, window->effectiveDevicePixelRatio());
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Scanner, ScannerScreenshots,
-                         ::testing::Values(ScannerState::scanning, ScannerState::found, ScannerState::failed),
-                         [](const auto& one) { return std::string(nameOf(one.param)); });
+                         ::testing::Combine(::testing::Values(ScannerState::scanning, ScannerState::found,
+                                                              ScannerState::failed),
+                                            ::testing::ValuesIn(screenshotSizes)),
+                         [](const auto& one) {
+                             return std::string(nameOf(std::get<0>(one.param))) + "_" +
+                                    textOf(std::get<1>(one.param)).toStdString();
+                         });
 
 } // namespace
 } // namespace quorvane::capture

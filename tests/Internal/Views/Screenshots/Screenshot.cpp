@@ -29,6 +29,10 @@ const char* nameOf(Surroundings surroundings) {
     return surroundings == Surroundings::light ? "light" : "dark";
 }
 
+QString textOf(QSize size) {
+    return QString("%1x%2").arg(size.width()).arg(size.height());
+}
+
 platform::VideoFrame scene(Surroundings surroundings) {
     const bool isLight = surroundings == Surroundings::light;
     QImage image(sceneSize, QImage::Format_RGB32);

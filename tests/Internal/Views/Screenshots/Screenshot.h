@@ -9,7 +9,7 @@
 namespace quorvane::capture {
 
 /// Points: small and large phones and a tablet, upright and lying.
-constexpr QSize screenshotSizes[] = {{360, 640}, {640, 360}, {412, 915}, {915, 412}, {800, 1280}, {1280, 800}};
+inline constexpr QSize screenshotSizes[] = {{360, 640}, {640, 360}, {412, 915}, {915, 412}, {800, 1280}, {1280, 800}};
 
 /// What the camera sees in a screenshot.
 enum class Surroundings { light, dark };
@@ -18,6 +18,9 @@ enum class Surroundings { light, dark };
 
 /// A shelf with things on it, in daylight or at night.
 [[nodiscard]] platform::VideoFrame scene(Surroundings surroundings);
+
+/// "360x640".
+[[nodiscard]] QString textOf(QSize size);
 
 /// Keeps @p picture for people to look at, as `<name>@<ratio>x.png` in the folder `screenshots` of the build. Fails the
 /// test when it is of another size than @p points at @p ratio, or all of one colour.
