@@ -35,16 +35,40 @@ public:
         }
     }
     const int number;
+    struct stat status {};
 };
 
 /// What a text is followed by in memory, so that a parser may read beyond its end.
 constexpr std::size_t bytesBehind = 64;
 
 /// How often a file is looked for that is replaced each time.
-constexpr int mostLooks = 10;
+constexpr int mostLooks = 100;
 
 bool areOneFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+/// The file that has the name @p path, opened for reading; none with @p error set.
+///
+/// Between the look-up of the name and the opening, a file may have lost it and have been written to for another one.
+/// From the opening on it stays as it is.
+std::unique_ptr<Descriptor> openNamed(const std::string& path, std::error_code& error) {
+    if (error = checked(path); error) {
+        return nullptr;
+    }
+    for (int looks = 0; looks < mostLooks; ++looks) {
+        auto file = std::make_unique<Descriptor>(path, O_RDONLY);
+        if (file->number < 0 || fstat(file->number, &file->status) != 0) {
+            error = lastError();
+            return nullptr;
+        }
+        struct stat named {};
+        if (stat(path.c_str(), &named) == 0 && areOneFile(file->status, named)) {
+            return file;
+        }
+    }
+    error = std::make_error_code(std::errc::resource_unavailable_try_again);
+    return nullptr;
 }
 
 /// What the open @p file holds, of @p size bytes or so.
@@ -189,23 +213,9 @@ void DiskFiles::removeLeftovers() {
 }
 
 std::optional<std::string> DiskFiles::read(const std::string& path, std::error_code& error) const {
-    if (error = checked(path); error) {
-        return std::nullopt;
-    }
-    for (int looks = 1;; ++looks) {
-        const Descriptor file(path, O_RDONLY);
-        struct stat status {};
-        if (file.number < 0 || fstat(file.number, &status) != 0) {
-            error = lastError();
-            return std::nullopt;
-        }
-        // Between the look-up of the name and the opening the file may have lost it and have been written to for
-        // another one. From the opening on it stays as it is.
-        struct stat named {};
-        if (looks == mostLooks || (stat(path.c_str(), &named) == 0 && areOneFile(status, named))) {
-            return readToEnd(file.number, static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)), error);
-        }
-    }
+    const auto file = openNamed(path, error);
+    return file ? readToEnd(file->number, static_cast<std::size_t>(std::max<off_t>(file->status.st_size, 0)), error)
+                : std::nullopt;
 }
 
 std::optional<std::vector<std::string>> DiskFiles::list(const std::string& path, std::error_code& error) const {
@@ -240,30 +250,18 @@ bool DiskFiles::exists(const std::string& path) const {
 }
 
 std::optional<Date> DiskFiles::modificationDate(const std::string& path, std::error_code& error) const {
-    if (error = checked(path); error) {
+    const auto file = openNamed(path, error);
+    if (!file) {
         return std::nullopt;
     }
-    struct stat status {};
-    bool isSettled = false;
-    for (int looks = 1; !isSettled; ++looks) {
-        // As for a content: the date is of a file that has the name when it is seen.
-        struct stat again {};
-        if (stat(path.c_str(), &status) != 0 || stat(path.c_str(), &again) != 0) {
-            error = lastError();
-            return std::nullopt;
-        }
-        isSettled = looks == mostLooks || (areOneFile(status, again) && status.st_mtim.tv_sec == again.st_mtim.tv_sec &&
-                                           status.st_mtim.tv_nsec == again.st_mtim.tv_nsec);
-    }
-    return Date(std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec));
+    const timespec& modified = file->status.st_mtim;
+    return Date(std::chrono::seconds(modified.tv_sec) + std::chrono::nanoseconds(modified.tv_nsec));
 }
 
 std::error_code DiskFiles::setModificationDate(const std::string& path, Date date) {
-    if (const std::error_code error = checked(path)) {
-        return error;
-    }
-    const timespec times[] = {{0, UTIME_OMIT}, timeOf(date)};
-    return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0 ? std::error_code() : lastError();
+    std::error_code error;
+    const auto file = openNamed(path, error);
+    return file ? setDate(file->number, date) : error;
 }
 
 std::error_code DiskFiles::protect(const std::string& path, FileProtection) {

@@ -9,7 +9,7 @@
 
 /// Writing a value into the file of a value that was replaced: several times faster than making and removing files.
 ///
-/// Nobody who has the older value open or mapped may see it change. The system's file leases say so: a write lease is
+/// Nobody who has the older value open may see it change. The system's file leases say so: a write lease is
 /// granted when nobody else has the file open, and whoever opens it while the lease is held waits for its end. Where
 /// there are no leases there is no spare file.
 ///

@@ -101,7 +101,8 @@ TEST_F(NativeFiles, AReplaceThatFailsLeavesNothingElseInTheHome) {
 /// An open file, or an inode that is only held so that no new file has its number.
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& path, int flags = O_RDONLY) : number(open(path.c_str(), flags | O_CLOEXEC)) {}
+    explicit OpenFile(const std::string& path, int flags = O_RDONLY)
+        : number(open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR)) {}
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
     ~OpenFile() { close(number); }
@@ -122,7 +123,9 @@ public:
 
 /// Whether the file system of @p directory grants leases.
 bool grantsLeases(const std::string& directory) {
-    const OpenFile file(directory, O_TMPFILE | O_RDWR);
+    const std::string path = directory + "/leased";
+    const OpenFile file(path, O_CREAT | O_RDWR);
+    EXPECT_EQ(unlink(path.c_str()), 0);
     return fcntl(file.number, F_SETLEASE, F_WRLCK) == 0;
 }
 
@@ -320,9 +323,15 @@ TEST_F(NativeFiles, ThreadsThatReplaceFilesAtOnceNeverShowAContentUnderAnotherNa
     EXPECT_FALSE(files().replace(two, two));
     std::atomic<int> writing = 2;
     std::atomic<int> failed = 0;
+    // A date tells its file as a content does.
+    const Date dates[] = {Date(std::chrono::seconds(1)), Date(std::chrono::seconds(2))};
+    const auto dateOf = [&](const std::string& path) { return dates[path == one ? 0 : 1]; };
+    EXPECT_FALSE(files().setModificationDate(one, dateOf(one)));
+    EXPECT_FALSE(files().setModificationDate(two, dateOf(two)));
     const auto write = [&](const std::string& path) {
         for (int i = 0; i < 500; ++i) {
-            failed += files().replace(path, path + std::string(static_cast<std::size_t>(i % 7 * 1000), '.')) ? 1 : 0;
+            const std::string content = path + std::string(static_cast<std::size_t>(i % 7 * 1000), '.');
+            failed += files().replace(path, content, dateOf(path)) ? 1 : 0;
         }
         --writing;
     };
@@ -334,6 +343,8 @@ TEST_F(NativeFiles, ThreadsThatReplaceFilesAtOnceNeverShowAContentUnderAnotherNa
         for (const std::string& path : {one, two}) {
             const std::string content = contentOf(path);
             wrong += content.starts_with(path) && (content.size() - path.size()) % 1000 == 0 ? 0 : 1;
+            std::error_code error;
+            wrong += files().modificationDate(path, error) == dateOf(path) ? 0 : 1;
         }
     } while (writing > 0);
     first.join();
@@ -342,6 +353,39 @@ TEST_F(NativeFiles, ThreadsThatReplaceFilesAtOnceNeverShowAContentUnderAnotherNa
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(failed, 0);
     EXPECT_LE(staged().size(), 1U);
+}
+
+TEST_F(NativeFiles, AFileThatTheNameNeverStandsForIsNeitherReadNorDated) {
+    const std::string path = cachedFile();
+    const Date date(std::chrono::seconds(1));
+    EXPECT_FALSE(files().replace(path, "content", date));
+    testing::ChildProcess child([&] {
+        // As if whatever was opened had lost its name at once: no name is found, while an open file can be asked.
+        sock_filter steps[] = {
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_newfstatat, 0, 3),
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[3])),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOENT),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        };
+        const sock_fprog program = {static_cast<unsigned short>(std::size(steps)), steps};
+        ASSERT_EQ(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+        ASSERT_EQ(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program), 0);
+        ASSERT_EQ(mode(path), -1);
+
+        std::error_code error;
+        EXPECT_EQ(files().read(path, error), std::nullopt);
+        EXPECT_EQ(error, std::errc::resource_unavailable_try_again);
+        error.clear();
+        EXPECT_EQ(files().modificationDate(path, error), std::nullopt);
+        EXPECT_EQ(error, std::errc::resource_unavailable_try_again);
+        EXPECT_EQ(files().setModificationDate(path, Date()), std::errc::resource_unavailable_try_again);
+    });
+    EXPECT_TRUE(child.succeeds());
+
+    std::error_code error;
+    EXPECT_EQ(files().modificationDate(path, error), date);
 }
 
 TEST_F(NativeFiles, ADirectoryOnAnotherFileSystemIsWrittenToAsWell) {
