@@ -107,7 +107,9 @@ bool CurlExchange::begin(std::uint64_t theNumber, HTTPRequest theRequest, const 
     if (address.host != host || address.port != port) {
         setRoute(address);
     }
-    setAddress(address);
+    if (!setAddress(address)) {
+        return false;
+    }
     set(handle(), CURLOPT_TIMEOUT_MS, static_cast<long>(std::max<std::int64_t>(request.timeout.count(), 1)));
     return true;
 }
@@ -155,17 +157,22 @@ void CurlExchange::setHeaders() {
     set(handle(), CURLOPT_HTTPHEADER, headers.get());
 }
 
-void CurlExchange::setAddress(const CurlAddress& address) {
+bool CurlExchange::setAddress(const CurlAddress& address) {
     // Given a text, libcurl would take it apart and put it together for each request, and write its query byte by byte.
     const std::size_t target = address.target;
     const std::string_view where(request.url.data(), target == 0 ? request.url.size() : target + 1);
     if (where != urlSet) {
         urlSet = where;
-        curl_url_set(urlParts.get(), CURLUPART_URL, urlSet.c_str(), CURLU_PATH_AS_IS);
+        if (curl_url_set(urlParts.get(), CURLUPART_URL, urlSet.c_str(), CURLU_PATH_AS_IS) != CURLUE_OK) {
+            // The parts are those of the address before.
+            urlSet.clear();
+            return false;
+        }
         set(handle(), CURLOPT_CURLU, urlParts.get());
     }
     set(handle(), CURLOPT_REQUEST_TARGET,
         target == 0 ? static_cast<const char*>(nullptr) : request.url.c_str() + target);
+    return true;
 }
 
 void CurlExchange::setRoute(const CurlAddress& address) {

@@ -20,7 +20,8 @@ public:
     CurlExchange(const CurlExchange&) = delete;
     CurlExchange& operator=(const CurlExchange&) = delete;
 
-    /// Sets the handle up. @p theRequest has been checked. False when libcurl gave no handle.
+    /// Sets the handle up. @p theRequest has been checked. False when libcurl gave no handle, or
+    /// does not take the address.
     [[nodiscard]] bool begin(std::uint64_t theNumber, HTTPRequest theRequest, const CurlAddress& address);
 
     /// What came of it, once libcurl has ended it with @p code. Called once a request.
@@ -38,7 +39,7 @@ private:
     void setAlways();
     void setMethod();
     void setHeaders();
-    void setAddress(const CurlAddress& address);
+    [[nodiscard]] bool setAddress(const CurlAddress& address);
     void setRoute(const CurlAddress& address);
     [[nodiscard]] TransportError error(CURLcode code) const;
 
