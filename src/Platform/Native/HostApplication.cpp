@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <exception>
 #include <utility>
 
 #include <unistd.h>
@@ -38,7 +37,7 @@ void HostApplication::standardOutput(std::string_view line) {
     try {
         const std::lock_guard lock(outputMutex);
         output(line);
-    } catch (const std::exception&) {
+    } catch (...) {
         // A line that cannot be written is lost: there is no place left to say so.
     }
 }

@@ -207,8 +207,10 @@ TEST(NativeOutput, GoesToStandardOutputAfterWhatTheProgramPrinted) {
 
 TEST(NativeOutput, AnOutputThatThrowsIsNoFailureOfTheLibrary) {
     native::HostApplication application({}, [](std::string_view) { throw std::runtime_error("full"); });
+    native::HostApplication another({}, [](std::string_view) { throw 42; });
 
     EXPECT_NO_THROW(application.standardOutput("a line"));
+    EXPECT_NO_THROW(another.standardOutput("a line"));
 }
 
 TEST(NativeOutput, AnOutputMayPrintItself) {
