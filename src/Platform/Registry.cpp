@@ -2,6 +2,7 @@
 
 #include <mutex>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Platform/HTTPTransport.h"
@@ -15,12 +16,8 @@ struct World {
     World() = default;
     World(const World&) = delete;
     World& operator=(const World&) = delete;
-    /// A process that ends with a platform in use: the same order as when it is taken out of use.
-    ~World() {
-        for (; !inOrderOfMaking.empty(); inOrderOfMaking.pop_back()) {
-            instances.erase(inOrderOfMaking.back());
-        }
-    }
+    /// A process that ends with a platform in use takes it out of use.
+    ~World();
 
     std::recursive_mutex mutex;
     std::shared_ptr<Platform> platform;
@@ -34,10 +31,8 @@ World& world() {
 }
 
 /// Takes out the instance that was made last. Where there is none, none, and the platform in use has changed places
-/// with
-/// @p platform.
-std::shared_ptr<void> takeLastOrReplace(std::shared_ptr<Platform>& platform) {
-    World& process = world();
+/// with @p platform.
+std::shared_ptr<void> takeLastOrReplace(World& process, std::shared_ptr<Platform>& platform) {
     const std::lock_guard lock(process.mutex);
     if (process.inOrderOfMaking.empty()) {
         process.platform.swap(platform);
@@ -48,18 +43,32 @@ std::shared_ptr<void> takeLastOrReplace(std::shared_ptr<Platform>& platform) {
     return std::move(last.mapped());
 }
 
-} // namespace
+std::shared_ptr<Platform> platformOf(World& process) {
+    const std::lock_guard lock(process.mutex);
+    return process.platform;
+}
 
-void install(std::shared_ptr<Platform> platform) {
+/// Ends what was made for the platform in use, then that one.
+void replacePlatform(World& process, std::shared_ptr<Platform> platform) {
     // What ends may wait for a thread of its own that asks for an instance meanwhile, so nothing ends under the lock.
-    if (isInstalled()) {
-        current().transport().close();
-        current().mainQueue().close();
+    if (const std::shared_ptr<Platform> inUse = platformOf(process)) {
+        inUse->transport().close();
+        inUse->mainQueue().close();
     }
-    while (std::shared_ptr<void> last = takeLastOrReplace(platform)) {
+    while (std::shared_ptr<void> last = takeLastOrReplace(process, platform)) {
         last.reset();
     }
     platform.reset();
+}
+
+World::~World() {
+    replacePlatform(*this, nullptr);
+}
+
+} // namespace
+
+void install(std::shared_ptr<Platform> platform) {
+    replacePlatform(world(), std::move(platform));
 }
 
 Platform& current() {
@@ -70,9 +79,7 @@ Platform& current() {
 }
 
 bool isInstalled() {
-    World& process = world();
-    const std::lock_guard lock(process.mutex);
-    return process.platform != nullptr;
+    return platformOf(world()) != nullptr;
 }
 
 void* registry::find(std::type_index type, Maker make) {

@@ -15,9 +15,9 @@
 namespace quorvane::platform {
 namespace {
 
-/// What happened, in order.
+/// What happened, in order. It is there until the process has ended.
 std::vector<std::string>& story() {
-    static std::vector<std::string> lines;
+    static auto& lines = *new std::vector<std::string>;
     return lines;
 }
 
@@ -108,6 +108,19 @@ struct Teller {
     ~Teller() { static_cast<void>(std::fprintf(stderr, "%d ends, ", number)); }
 };
 
+/// Tells what happened before its end, which waits for a thread that asks for an instance.
+struct LateAsking {
+    LateAsking() = default;
+    LateAsking(const LateAsking&) = delete;
+    LateAsking& operator=(const LateAsking&) = delete;
+    ~LateAsking() {
+        for (const std::string& line : story()) {
+            static_cast<void>(std::fprintf(stderr, "%s, ", line.c_str()));
+        }
+        std::thread([] { static_cast<void>(shared<Teller<9>>()); }).join();
+    }
+};
+
 using RegistryDeathTest = RegistryTest;
 
 TEST_F(RegistryDeathTest, AProcessThatEndsWithAPlatformInUseEndsTheInstancesInOrder) {
@@ -121,6 +134,18 @@ TEST_F(RegistryDeathTest, AProcessThatEndsWithAPlatformInUseEndsTheInstancesInOr
             std::exit(0);
         },
         ::testing::ExitedWithCode(0), "4 ends, 3 ends, 2 ends, 1 ends, ");
+}
+
+TEST_F(RegistryDeathTest, AnInstanceThatIsMadeWhileTheProcessEndsEndsBeforeTheOlderOnes) {
+    EXPECT_EXIT(
+        {
+            install(std::make_shared<BarePlatform>());
+            static_cast<void>(shared<Teller<1>>());
+            static_cast<void>(shared<LateAsking>());
+            static_cast<void>(shared<Teller<2>>());
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(0), "^2 ends, transport closes, queue closes, 9 ends, 1 ends, $");
 }
 
 TEST_F(RegistryTest, TheOldWorldEndsInOrderWhenAnotherPlatformIsInstalled) {
