@@ -1,6 +1,7 @@
 #include "Platform/Qt/GeoClueReceiver.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -122,7 +123,7 @@ void GeoClueReceiver::start() {
     whenAnswered<QDBusPendingReply<QDBusVariant>>(manager().property(QStringLiteral("AvailableAccuracyLevel")),
                                                   context.get(), [this](const auto& reply) {
                                                       if (reply.isError()) {
-                                                          noteSilence();
+                                                          noteError(reply.error());
                                                       } else {
                                                           startClient();
                                                       }
@@ -158,6 +159,25 @@ void GeoClueReceiver::startClient() {
     watchClient();
 }
 
+/// The service was asked whether it answers, and did not.
+void GeoClueReceiver::noteError(const QDBusError& error) {
+    switch (error.type()) {
+        case QDBusError::NoReply:
+        case QDBusError::Timeout:
+        case QDBusError::TimedOut:
+            noteSilence();
+            break;
+        case QDBusError::ServiceUnknown:
+            goneAway();
+            break;
+        case QDBusError::AccessDenied:
+            noteRefusal();
+            break;
+        default:
+            refuse("the location service (GeoClue 2) cannot be used: " + error.name().toStdString());
+    }
+}
+
 /// The service is there by name only.
 void GeoClueReceiver::noteSilence() {
     const std::string silence = "the location service (GeoClue 2) does not answer";
@@ -186,15 +206,19 @@ void GeoClueReceiver::loseHope() {
 
 /// Qt's one error stands for a service that refuses, and for one that is gone.
 void GeoClueReceiver::findOutWhy() {
-    whenAnswered<QDBusPendingReply<QDBusVariant>>(
-        manager().property(QStringLiteral("AvailableAccuracyLevel")), context.get(), [this](const auto& reply) {
-            if (reply.isError() && (status == LocationAuthorization::always || isComingBack)) {
-                goneAway();
-            } else {
-                answered = reply.isError() ? answered : std::optional(false);
-                refuse("the location service (GeoClue 2) does not let the application have the location");
-            }
-        });
+    whenAnswered<QDBusPendingReply<QDBusVariant>>(manager().property(QStringLiteral("AvailableAccuracyLevel")),
+                                                  context.get(), [this](const auto& reply) {
+                                                      if (reply.isError()) {
+                                                          noteError(reply.error());
+                                                      } else {
+                                                          noteRefusal();
+                                                      }
+                                                  });
+}
+
+void GeoClueReceiver::noteRefusal() {
+    answered = false;
+    refuse("the location service (GeoClue 2) does not let the application have the location");
 }
 
 /// The service has one client for this process; Qt's source does not say which.

@@ -12,6 +12,7 @@
 #include "Platform/Qt/SystemBus.h"
 
 QT_BEGIN_NAMESPACE
+class QDBusError;
 class QDBusServiceWatcher;
 class QGeoPositionInfo;
 class QGeoPositionInfoSource;
@@ -58,7 +59,9 @@ private:
     void start();
     void startClient();
     void stop();
+    void noteError(const QDBusError& error);
     void noteSilence();
+    void noteRefusal();
     void loseHope();
     void findOutWhy();
     void watchClient();
