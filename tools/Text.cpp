@@ -23,17 +23,19 @@ std::string formatted(const char* form, Values... values) {
     return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
 }
 
-/// Whether a mark of direction begins here, which would turn round what a terminal shows: U+200E, U+200F, U+202A to
-/// U+202E and U+2066 to U+2069. All of them take three bytes.
-bool turnsDirection(std::string_view text) {
+/// The bytes of the mark of direction that begins here, which would turn round what a terminal shows: U+061C, U+200E,
+/// U+200F, U+202A to U+202E or U+2066 to U+2069. 0 for none.
+std::size_t directionMark(std::string_view text) {
+    if (text.starts_with("\xD8\x9C")) {
+        return 2;
+    }
     if (!text.starts_with("\xE2\x80") && !text.starts_with("\xE2\x81")) {
-        return false;
+        return 0;
     }
     const auto last = static_cast<unsigned char>(text.size() > 2 ? text[2] : 0);
-    if (text[1] == '\x81') {
-        return last >= 0xA6U && last <= 0xA9U;
-    }
-    return last == 0x8EU || last == 0x8FU || (last >= 0xAAU && last <= 0xAEU);
+    const bool isMark = text[1] == '\x81' ? last >= 0xA6U && last <= 0xA9U
+                                          : last == 0x8EU || last == 0x8FU || (last >= 0xAAU && last <= 0xAEU);
+    return isMark ? 3 : 0;
 }
 
 } // namespace
@@ -52,9 +54,9 @@ std::string printable(std::string_view text) {
         } else if (isSecondSet) {
             shown += '?';
             ++i;
-        } else if (turnsDirection(text.substr(i))) {
+        } else if (const std::size_t mark = directionMark(text.substr(i)); mark != 0) {
             shown += '?';
-            i += 2;
+            i += mark - 1;
         } else {
             shown += text[i];
         }

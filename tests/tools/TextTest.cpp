@@ -17,6 +17,7 @@ TEST(Text, ControlCharactersStandAsQuestionMarks) {
 
 TEST(Text, MarksThatTurnTheDirectionOfTheTextStandAsQuestionMarks) {
     EXPECT_EQ(printable("a\u202Eb\u2066c\u200F\u200Ed\u2069\u202A"), "a?b?c??d??");
+    EXPECT_EQ(printable("a\u061Cb\u061B\u061D"), "a?b\u061B\u061D");
     EXPECT_EQ(printable("\u2026 \u2065 \u202F \u200D"), "\u2026 \u2065 \u202F \u200D");
 }
 
