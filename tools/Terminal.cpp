@@ -66,6 +66,9 @@ std::string Terminal::painted(std::string_view text, Paint paint) const {
 
 void Terminal::log(std::string_view text) {
     endProgress();
+    if (text.ends_with('\n')) {
+        text.remove_suffix(1);
+    }
     std::string lines;
     for (std::size_t begin = 0; begin <= text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());

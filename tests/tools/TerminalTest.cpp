@@ -66,7 +66,7 @@ TEST_F(TerminalTest, ALogKeepsItsBreaksAndNothingElseThatMovesTheCursor) {
     terminal.complain("one\nsentence");
 
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "    an error occurred:\n        type?[31m\n\n\nquorvane: one?sentence\n");
+              "    an error occurred:\n        type?[31m\n\nquorvane: one?sentence\n");
 }
 
 TEST_F(TerminalTest, ProgressIsShownOnATerminalAndWipedAway) {
