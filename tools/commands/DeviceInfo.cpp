@@ -10,6 +10,7 @@
 #include "JSON/JSON.h"
 #include "Platform/Device.h"
 #include "Platform/PreferencesStore.h"
+#include "Platform/Qt/KeptServices.h"
 #include "testing/DateText.h"
 #include "tools/Session.h"
 #include "tools/Terminal.h"
@@ -17,9 +18,6 @@
 
 namespace quorvane::tool {
 namespace {
-
-/// What the Qt adapter keeps, whether or not this program has it.
-constexpr std::string_view locationServices = "quorvane_location_services";
 
 /// The key of the tokens and of the application is nobody's business: only that they are there.
 AnyCodable lengthOf(const std::optional<std::string>& secret) {
@@ -59,7 +57,7 @@ AnyCodable::Dictionary storedIn(const platform::PreferencesStore& store) {
         add(key, date ? AnyCodable(testing::dateText(*date)) : AnyCodable());
     }
     for (const std::string_view key : {preference::userMetadata, preference::lastMovedLocation,
-                                       preference::lastFailedStoppedLocation, locationServices}) {
+                                       preference::lastFailedStoppedLocation, platform::qt::KeptServices::key}) {
         const std::optional<AnyCodable::Dictionary> dictionary = store.dictionary(key);
         add(key, dictionary ? AnyCodable(*dictionary) : AnyCodable());
     }
