@@ -79,8 +79,8 @@ TEST_F(RegionMonitorTest, AFixThatStraysCrossesNothing) {
 }
 
 TEST_F(RegionMonitorTest, TheBorderItselfIsInside) {
-    const double radius = distance({46, 14.5}, {46.001, 14.5});
-    monitor.start({"home", {46, 14.5}, radius});
+    const double reach = distance({46, 14.5}, {46.001, 14.5});
+    monitor.start({"home", {46, 14.5}, reach});
 
     const auto findings = monitor.receive({{46.001, 14.5}, 0});
 
