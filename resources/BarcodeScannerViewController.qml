@@ -38,6 +38,9 @@ FocusScope {
             active: Window.window !== null
 
             sourceComponent: Shape {
+                // Behind it is nothing yet when the screen opens, and the first frame is drawn without it sooner.
+                asynchronous: true
+
                 ShapePath {
                     fillColor: "#a6000000"
                     fillRule: ShapePath.OddEvenFill
