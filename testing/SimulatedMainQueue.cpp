@@ -1,11 +1,13 @@
 #include "testing/SimulatedMainQueue.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "Platform/Precondition.h"
+#include "Platform/WaitingWork.h"
 
 namespace quorvane::testing {
 
+using platform::WaitingWork;
 using std::chrono::nanoseconds;
 
 namespace {
@@ -22,44 +24,37 @@ private:
     bool& flag;
 };
 
+WaitingWork::Time now(const platform::Clock& clock) {
+    return WaitingWork::Time(clock.monotonic());
+}
+
 } // namespace
 
-SimulatedMainQueue::SimulatedMainQueue(const platform::Clock& theClock) : clock(theClock) {}
+SimulatedMainQueue::SimulatedMainQueue(const platform::Clock& theClock)
+    : clock(theClock), waiting(std::make_unique<WaitingWork>()) {}
 
 SimulatedMainQueue::~SimulatedMainQueue() {
     SimulatedMainQueue::close();
 }
 
 void SimulatedMainQueue::post(Work work) {
+    const WaitingWork::Time time = now(clock);
     const std::lock_guard lock(mutex);
-    if (!closed) {
-        posted.push_back(std::move(work));
+    if (waiting->post(time, std::move(work))) {
         arrived.notify_all();
     }
 }
 
 platform::MainQueue::Ticket SimulatedMainQueue::postAfter(nanoseconds delay, Work work) {
-    const nanoseconds now = clock.monotonic();
-    const nanoseconds due = now + std::clamp(delay, nanoseconds(0), nanoseconds::max() - now);
+    const WaitingWork::Time time = now(clock);
     const std::lock_guard lock(mutex);
-    if (closed) {
-        return 0;
-    }
-    const Ticket ticket = ++lastTicket;
-    delayed.emplace(Due{due, ticket}, std::move(work));
-    tickets.emplace(ticket, Due{due, ticket});
-    return ticket;
+    return waiting->postAfter(time, delay, std::move(work));
 }
 
 void SimulatedMainQueue::cancel(Ticket ticket) {
-    Work cancelled; // destroyed after the lock is gone, since what it holds may call back
+    Work cancelled; // destroyed outside the lock
     const std::lock_guard lock(mutex);
-    if (const auto found = tickets.find(ticket); found != tickets.end()) {
-        const auto entry = delayed.find(found->second);
-        cancelled = std::move(entry->second);
-        delayed.erase(entry);
-        tickets.erase(found);
-    }
+    cancelled = waiting->cancel(ticket);
 }
 
 bool SimulatedMainQueue::isMainThread() const {
@@ -67,13 +62,9 @@ bool SimulatedMainQueue::isMainThread() const {
 }
 
 void SimulatedMainQueue::close() {
-    std::deque<Work> droppedPosted;
-    std::map<Due, Work> droppedDelayed;
+    WaitingWork::Dropped dropped; // destroyed outside the lock
     const std::lock_guard lock(mutex);
-    closed = true;
-    droppedPosted.swap(posted);
-    droppedDelayed.swap(delayed);
-    tickets.clear();
+    dropped = waiting->close();
 }
 
 void SimulatedMainQueue::setSuspended(bool suspend) {
@@ -94,20 +85,19 @@ bool SimulatedMainQueue::run(bool delayedOnly) {
     if (suspended) {
         return false;
     }
+    const WaitingWork::Time time = now(clock);
     Work work;
     {
-        const nanoseconds now = clock.monotonic();
         const std::lock_guard lock(mutex);
-        if (!delayedOnly && !posted.empty()) {
-            work = std::move(posted.front());
-            posted.pop_front();
-        } else if (!delayed.empty() && delayed.begin()->first.first <= now) {
-            work = std::move(delayed.begin()->second);
-            tickets.erase(delayed.begin()->first.second);
-            delayed.erase(delayed.begin());
-        } else {
-            return false;
+        if (!delayedOnly) {
+            work = waiting->takePosted();
         }
+        if (!work) {
+            work = waiting->takeDelayed(time);
+        }
+    }
+    if (!work) {
+        return false;
     }
     const Running mark(running);
     work();
@@ -115,26 +105,26 @@ bool SimulatedMainQueue::run(bool delayedOnly) {
 }
 
 bool SimulatedMainQueue::hasWork() const {
-    const nanoseconds now = clock.monotonic();
+    const WaitingWork::Time time = now(clock);
     const std::lock_guard lock(mutex);
-    return !suspended && (!posted.empty() || (!delayed.empty() && delayed.begin()->first.first <= now));
+    return !suspended && (waiting->postedCount() > 0 || waiting->nextDue().value_or(WaitingWork::Time::max()) <= time);
 }
 
 std::optional<nanoseconds> SimulatedMainQueue::nextDue() const {
-    const nanoseconds now = clock.monotonic();
+    const WaitingWork::Time time = now(clock);
     const std::lock_guard lock(mutex);
-    const auto next = delayed.upper_bound(Due{now, lastTicket});
-    return suspended || next == delayed.end() ? std::nullopt : std::optional(next->first.first);
+    const std::optional<WaitingWork::Time> due = waiting->nextDueAfter(time);
+    return suspended || !due ? std::nullopt : std::optional(due->time_since_epoch());
 }
 
 std::size_t SimulatedMainQueue::delayedCount() const {
     const std::lock_guard lock(mutex);
-    return delayed.size();
+    return waiting->delayedCount();
 }
 
 bool SimulatedMainQueue::waitForPost(std::chrono::milliseconds realTime) {
     std::unique_lock lock(mutex);
-    return arrived.wait_for(lock, realTime, [this] { return !posted.empty(); });
+    return arrived.wait_for(lock, realTime, [this] { return waiting->postedCount() > 0; });
 }
 
 } // namespace quorvane::testing

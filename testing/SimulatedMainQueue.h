@@ -3,17 +3,18 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <deque>
-#include <functional>
-#include <map>
+#include <cstddef>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
-#include <unordered_map>
-#include <utility>
 
 #include "Platform/Clock.h"
 #include "Platform/MainQueue.h"
+
+namespace quorvane::platform {
+class WaitingWork;
+}
 
 namespace quorvane::testing {
 
@@ -60,20 +61,13 @@ public:
     [[nodiscard]] bool isRunning() const { return running; }
 
 private:
-    /// Due time by the monotonic clock, and the order of posting among equal ones.
-    using Due = std::pair<std::chrono::nanoseconds, Ticket>;
-
     bool run(bool delayedOnly);
 
     const platform::Clock& clock;
     const std::thread::id mainThread = std::this_thread::get_id();
     mutable std::mutex mutex;
     std::condition_variable arrived;
-    std::deque<Work> posted;
-    std::map<Due, Work> delayed;
-    std::unordered_map<Ticket, Due> tickets;
-    Ticket lastTicket = 0;
-    bool closed = false;
+    const std::unique_ptr<platform::WaitingWork> waiting;
     bool running = false;
     std::atomic<bool> suspended = false;
 };

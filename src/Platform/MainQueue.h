@@ -11,6 +11,7 @@ namespace quorvane::platform {
 /// - posted work runs on the main thread, one piece at a time, never inside the call that posted it;
 /// - work posted without a delay runs in the order in which it was posted; delayed work runs in the order of its
 ///   due times, equal ones in the order in which they were posted, and never early by the monotonic clock;
+/// - empty work is dropped;
 /// - cancelled work never runs, and is destroyed at once or when it would have run;
 /// - after `close` nothing runs any more, what was waiting is destroyed, and further posts are dropped.
 class MainQueue {

@@ -1,7 +1,8 @@
 #include "Platform/Native/RunLoop.h"
 
 #include <algorithm>
-#include <limits>
+#include <optional>
+#include <utility>
 
 namespace quorvane::platform {
 
@@ -14,24 +15,13 @@ namespace native {
 using std::chrono::nanoseconds;
 using std::chrono::steady_clock;
 
-namespace {
-
-/// @p delay from now, short of the end of time.
-steady_clock::time_point after(nanoseconds delay) {
-    const steady_clock::time_point now = steady_clock::now();
-    return now + std::clamp<nanoseconds>(delay, nanoseconds(0), steady_clock::time_point::max() - now);
-}
-
-} // namespace
-
 void RunLoop::post(Work work) {
     {
         const std::lock_guard lock(mutex);
-        if (closed || !work) {
+        // The time is read under the lock: so the times rise with the tickets.
+        if (!waiting.post(steady_clock::now(), std::move(work))) {
             return;
         }
-        // The time is read under the lock: so the due times rise with the tickets.
-        waiting.emplace(Key(steady_clock::now(), ++lastTicket), std::move(work));
     }
     changed.notify_one();
 }
@@ -40,29 +30,16 @@ MainQueue::Ticket RunLoop::postAfter(nanoseconds delay, Work work) {
     Ticket ticket = 0;
     {
         const std::lock_guard lock(mutex);
-        ticket = ++lastTicket;
-        if (closed || !work) {
-            return ticket;
-        }
-        const Time due = after(delay);
-        waiting.emplace(Key(due, ticket), std::move(work));
-        delayed.emplace(ticket, due);
+        ticket = waiting.postAfter(steady_clock::now(), delay, std::move(work));
     }
     changed.notify_one();
     return ticket;
 }
 
 void RunLoop::cancel(Ticket ticket) {
-    Work cancelled; // destroyed outside the lock, as what it holds may post
+    Work cancelled; // destroyed outside the lock
     const std::lock_guard lock(mutex);
-    const auto found = delayed.find(ticket);
-    if (found == delayed.end()) {
-        return;
-    }
-    const auto entry = waiting.find(Key(found->second, ticket));
-    cancelled = std::move(entry->second);
-    waiting.erase(entry);
-    delayed.erase(found);
+    cancelled = waiting.cancel(ticket);
 }
 
 bool RunLoop::isMainThread() const {
@@ -70,26 +47,12 @@ bool RunLoop::isMainThread() const {
 }
 
 void RunLoop::close() {
-    std::map<Key, Work> dropped;
+    WaitingWork::Dropped dropped; // destroyed outside the lock
     {
         const std::lock_guard lock(mutex);
-        closed = true;
-        dropped.swap(waiting);
-        delayed.clear();
+        dropped = waiting.close();
     }
     changed.notify_all();
-}
-
-MainQueue::Work RunLoop::takeDue(Time now, Ticket newest) {
-    for (auto entry = waiting.begin(); entry != waiting.end() && entry->first.first <= now; ++entry) {
-        if (entry->first.second <= newest) {
-            Work work = std::move(entry->second);
-            delayed.erase(entry->first.second);
-            waiting.erase(entry);
-            return work;
-        }
-    }
-    return nullptr;
 }
 
 template <class Stopped>
@@ -97,13 +60,13 @@ MainQueue::Work RunLoop::waitForWork(Time deadline, Stopped stopped) {
     std::unique_lock lock(mutex);
     while (!stopped()) {
         const Time now = steady_clock::now();
-        if (Work work = takeDue(now, std::numeric_limits<Ticket>::max())) {
+        if (Work work = waiting.takeFirst(now)) {
             return work;
         }
         if (now >= deadline) {
             return nullptr;
         }
-        const Time next = waiting.empty() ? deadline : std::min(deadline, waiting.begin()->first.first);
+        const Time next = std::min(deadline, waiting.nextDue().value_or(deadline));
         if (next == Time::max()) {
             changed.wait(lock);
         } else {
@@ -114,7 +77,7 @@ MainQueue::Work RunLoop::waitForWork(Time deadline, Stopped stopped) {
 }
 
 void RunLoop::run() {
-    while (Work work = waitForWork(Time::max(), [this] { return quitAsked || closed; })) {
+    while (Work work = waitForWork(Time::max(), [this] { return quitAsked || waiting.isClosed(); })) {
         work();
     }
     const std::lock_guard lock(mutex);
@@ -122,9 +85,9 @@ void RunLoop::run() {
 }
 
 bool RunLoop::runUntil(const std::function<bool()>& done, nanoseconds atMost) {
-    const Time deadline = after(atMost);
+    const Time deadline = WaitingWork::after(steady_clock::now(), atMost);
     while (!done()) {
-        Work work = waitForWork(deadline, [this] { return closed; });
+        Work work = waitForWork(deadline, [this] { return waiting.isClosed(); });
         if (!work) {
             return done();
         }
@@ -137,8 +100,8 @@ std::size_t RunLoop::poll() {
     std::size_t pieces = 0;
     std::unique_lock lock(mutex);
     const Time now = steady_clock::now();
-    const Ticket newest = lastTicket;
-    while (Work work = takeDue(now, newest)) {
+    const Ticket newest = waiting.newest();
+    while (Work work = waiting.takeFirst(now, newest)) {
         lock.unlock();
         work();
         work = nullptr;

@@ -18,8 +18,6 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr MainQueue::Ticket anyTicket = std::numeric_limits<MainQueue::Ticket>::max();
-
 /// Never early: the rest of a millisecond counts as a whole one.
 milliseconds roundedUp(nanoseconds time) {
     return std::clamp(std::chrono::ceil<milliseconds>(time), milliseconds(0),
@@ -106,14 +104,24 @@ QtMainQueue::~QtMainQueue() {
 }
 
 void QtMainQueue::post(Work work) {
-    if (waiting.add(std::move(work))) {
-        invokeSoon(&QtMainQueue::runOnePosted);
+    {
+        const std::lock_guard lock(mutex);
+        if (!waiting.post(steady_clock::now(), std::move(work))) {
+            return;
+        }
     }
+    invokeSoon(&QtMainQueue::runOnePosted);
 }
 
 MainQueue::Ticket QtMainQueue::postAfter(nanoseconds delay, Work work) {
+    Ticket ticket = 0;
     bool first = false;
-    const Ticket ticket = waiting.addDelayed(delay, std::move(work), first);
+    {
+        const std::lock_guard lock(mutex);
+        const std::optional<WaitingWork::Time> due = waiting.nextDue();
+        ticket = waiting.postAfter(steady_clock::now(), delay, std::move(work));
+        first = waiting.nextDue() != due;
+    }
     if (first && isMainThread()) {
         armTimer();
     } else if (first) {
@@ -123,7 +131,9 @@ MainQueue::Ticket QtMainQueue::postAfter(nanoseconds delay, Work work) {
 }
 
 void QtMainQueue::cancel(Ticket ticket) {
-    waiting.cancel(ticket);
+    Work cancelled; // destroyed outside the lock
+    const std::lock_guard lock(mutex);
+    cancelled = waiting.cancel(ticket);
 }
 
 bool QtMainQueue::isMainThread() const {
@@ -131,7 +141,11 @@ bool QtMainQueue::isMainThread() const {
 }
 
 void QtMainQueue::close() {
-    waiting.close();
+    WaitingWork::Dropped dropped; // destroyed outside the lock
+    {
+        const std::lock_guard lock(mutex);
+        dropped = waiting.close();
+    }
     timer.stop();
     endLoop();
 }
@@ -140,8 +154,27 @@ void QtMainQueue::invokeSoon(void (QtMainQueue::*member)()) {
     QCoreApplication::postEvent(receiver.get(), new Call(member));
 }
 
+MainQueue::Work QtMainQueue::takePosted(Ticket newest) {
+    const std::lock_guard lock(mutex);
+    return waiting.takePosted(newest);
+}
+
+MainQueue::Work QtMainQueue::takeDelayed(WaitingWork::Time now, Ticket newest) {
+    const std::lock_guard lock(mutex);
+    return waiting.takeDelayed(now, newest);
+}
+
+bool QtMainQueue::isClosed() const {
+    const std::lock_guard lock(mutex);
+    return waiting.isClosed();
+}
+
 void QtMainQueue::armTimer() {
-    const std::optional<WaitingWork::Time> due = waiting.nextDue();
+    std::optional<WaitingWork::Time> due;
+    {
+        const std::lock_guard lock(mutex);
+        due = waiting.nextDue();
+    }
     if (due && !holding) {
         timer.start(roundedUp(*due - steady_clock::now()));
     }
@@ -157,14 +190,14 @@ bool QtMainQueue::holds() {
 void QtMainQueue::runOnePosted() {
     if (holds()) {
         ++heldEvents;
-    } else if (Work work = waiting.takePosted(anyTicket)) {
+    } else if (Work work = takePosted()) {
         perform(std::move(work));
     }
 }
 
 void QtMainQueue::runDelayed() {
     if (!holds()) {
-        Work work = waiting.takeDue(steady_clock::now(), anyTicket);
+        Work work = takeDelayed(steady_clock::now());
         armTimer(); // before the work, which may run an event loop of its own
         if (work) {
             perform(std::move(work));
@@ -213,14 +246,19 @@ void QtMainQueue::execute(OwnLoop& own) {
 
 void QtMainQueue::resume() {
     holding = false;
-    for (std::size_t events = std::min(std::exchange(heldEvents, 0), waiting.postedCount()); events > 0; --events) {
+    std::size_t events = std::exchange(heldEvents, 0);
+    {
+        const std::lock_guard lock(mutex);
+        events = std::min(events, waiting.postedCount());
+    }
+    for (; events > 0; --events) {
         invokeSoon(&QtMainQueue::runOnePosted);
     }
     armTimer();
 }
 
 void QtMainQueue::run() {
-    if (!quitAsked && !waiting.isClosed()) {
+    if (!quitAsked && !isClosed()) {
         OwnLoop own;
         execute(own);
     }
@@ -228,7 +266,7 @@ void QtMainQueue::run() {
 }
 
 bool QtMainQueue::runUntil(const std::function<bool()>& done, nanoseconds atMost) {
-    if (done() || waiting.isClosed()) {
+    if (done() || isClosed()) {
         return done();
     }
     OwnLoop own;
@@ -245,16 +283,20 @@ bool QtMainQueue::runUntil(const std::function<bool()>& done, nanoseconds atMost
 std::size_t QtMainQueue::poll() {
     QV_PRECONDITION(isMainThread(), "a main queue is run on its main thread");
     QV_PRECONDITION(loop == nullptr, "work of a main queue must not run the queue");
-    const Ticket newest = waiting.newest();
     const WaitingWork::Time now = steady_clock::now();
+    Ticket newest = 0;
+    {
+        const std::lock_guard lock(mutex);
+        newest = waiting.newest();
+    }
     const Polling polling(*this);
     QCoreApplication::processEvents();
     std::size_t pieces = 0;
-    for (Work work = waiting.takePosted(newest); work; work = waiting.takePosted(newest)) {
+    while (Work work = takePosted(newest)) {
         ++pieces;
         work();
     }
-    for (Work work = waiting.takeDue(now, newest); work; work = waiting.takeDue(now, newest)) {
+    while (Work work = takeDelayed(now, newest)) {
         ++pieces;
         work();
     }

@@ -6,10 +6,11 @@
 #include <chrono>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "Platform/Native/NativeMainQueue.h"
-#include "Platform/Qt/WaitingWork.h"
+#include "Platform/WaitingWork.h"
 
 QT_BEGIN_NAMESPACE
 class QEventLoop;
@@ -46,6 +47,9 @@ private:
 
     /// Runs @p member in Qt's event loop, soon; safe from any thread.
     void invokeSoon(void (QtMainQueue::*member)());
+    [[nodiscard]] Work takePosted(Ticket newest = WaitingWork::anyTicket);
+    [[nodiscard]] Work takeDelayed(WaitingWork::Time now, Ticket newest = WaitingWork::anyTicket);
+    [[nodiscard]] bool isClosed() const;
     void runOnePosted();
     void runDelayed();
     void armTimer();
@@ -61,6 +65,8 @@ private:
     const std::thread::id mainThread = std::this_thread::get_id();
     /// None when the program has one.
     const std::shared_ptr<QCoreApplication> application;
+    mutable std::mutex mutex;
+    /// Under the mutex.
     WaitingWork waiting;
     const std::unique_ptr<Receiver> receiver;
     QTimer timer;

@@ -45,11 +45,17 @@ TEST_F(NativeMainQueueTest, AQuitBeforeRunEndsTheNextRunOnly) {
 }
 
 TEST_F(NativeMainQueueTest, AnotherThreadMayEndARunThatHasNothingToDo) {
+    bool endedByOther = true;
+    queue->postAfter(1min, [&] {
+        endedByOther = false;
+        queue->quit();
+    });
     std::thread other([this] { queue->quit(); });
 
     queue->run();
 
     other.join();
+    EXPECT_TRUE(endedByOther);
 }
 
 TEST_F(NativeMainQueueTest, WorkOfAnotherThreadWakesARunThatWaits) {
