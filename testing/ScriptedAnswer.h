@@ -26,7 +26,7 @@ struct ScriptedAnswer {
     /// An answer with that status and body.
     [[nodiscard]] static ScriptedAnswer with(int status, std::string body = {}) {
         ScriptedAnswer answer;
-        answer.result = platform::HTTPResponse{status, std::move(body), 0, 0};
+        answer.result = platform::HTTPResponse{status, std::move(body)};
         return answer;
     }
 

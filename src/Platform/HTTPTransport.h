@@ -27,9 +27,6 @@ struct HTTPResponse {
     /// Any three-digit status, redirects included.
     int status = 0;
     std::string body;
-    /// Bytes sent and received, headers included; 0 where an implementation cannot tell.
-    std::size_t bytesSent = 0;
-    std::size_t bytesReceived = 0;
 };
 
 /// No answer arrived.

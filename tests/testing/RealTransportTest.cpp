@@ -26,7 +26,7 @@ public:
 
     void send(HTTPRequest request, Completion completion) override {
         threads.emplace_back([this, url = std::move(request.url), completion = std::move(completion)] {
-            queue.post([completion, url] { completion(HTTPResponse{200, url, 0, 0}); });
+            queue.post([completion, url] { completion(HTTPResponse{200, url}); });
         });
     }
 

@@ -12,8 +12,6 @@ namespace {
 constexpr std::size_t spareBytes = 64;
 /// No answer of ours has headers near this size; a server that sends them without end must not fill the memory.
 constexpr std::size_t maxHeaderBytes = std::size_t{256} * 1024;
-/// libcurl counts a body below this size among the bytes of the request, and a larger one apart.
-constexpr std::size_t bodySentWithHeaders = std::size_t{64} * 1024;
 
 template <class Value>
 void set(CURL* handle, CURLoption option, Value value) {
@@ -240,11 +238,6 @@ HTTPTransport::Result CurlExchange::finish(CURLcode code) {
     HTTPResponse response;
     response.status = static_cast<int>(status);
     response.body = std::move(body);
-    response.bytesSent = static_cast<std::size_t>(info<long>(handle(), CURLINFO_REQUEST_SIZE));
-    if (request.body.size() >= bodySentWithHeaders) {
-        response.bytesSent += bytes(info<curl_off_t>(handle(), CURLINFO_SIZE_UPLOAD_T));
-    }
-    response.bytesReceived = headerBytes + bytes(info<curl_off_t>(handle(), CURLINFO_SIZE_DOWNLOAD_T));
     return response;
 }
 

@@ -102,14 +102,13 @@ TEST_F(NativeTransportWire, AHeaderThatCannotBeOneIsRefused) {
     EXPECT_TRUE(server.requests().empty());
 }
 
-TEST_F(NativeTransportWire, BytesSentAndReceivedAreCountedWithTheirHeaders) {
+TEST_F(NativeTransportWire, ABodyOfAnyLengthIsSentWhole) {
     for (const std::size_t size : {0U, 10U, 65'535U, 65'536U, 500'000U}) {
-        const Result result = exchange(
-            {.method = "POST", .url = server.url("/"), .headers = {{"X", "y"}}, .body = std::string(size, 'b')});
+        const Result result = exchange({.method = "POST", .url = server.url("/"), .body = std::string(size, 'b')});
 
         ASSERT_EQ(status(result), 200);
-        EXPECT_EQ(std::get<HTTPResponse>(result).bytesSent, server.requests().back().size()) << size;
-        EXPECT_EQ(std::get<HTTPResponse>(result).bytesReceived, RawServer::answer(200, "ok").size());
+        const std::string request = server.requests().back();
+        EXPECT_EQ(request.substr(request.find("\r\n\r\n") + 4), std::string(size, 'b')) << size;
     }
 }
 
