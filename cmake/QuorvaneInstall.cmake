@@ -12,8 +12,6 @@ set(quorvane_known_targets
     CURL::libcurl CURL libcurl
     SQLite::SQLite3 SQLite3 sqlite3
     OpenSSL::Crypto OpenSSL libcrypto
-    OpenSSL::SSL OpenSSL libssl
-    Threads::Threads Threads -
     Qt6::Core Qt6Core Qt6Core
     Qt6::Gui Qt6Gui Qt6Gui
     Qt6::Quick Qt6Quick Qt6Quick
@@ -41,9 +39,7 @@ function(quorvane_parts component)
             list(GET quorvane_known_targets ${package} package)
             list(GET quorvane_known_targets ${module} module)
             list(APPEND packages ${package})
-            if(NOT module STREQUAL "-")
-                list(APPEND pkgconfig ${module})
-            endif()
+            list(APPEND pkgconfig ${module})
         elseif(library)
             message(FATAL_ERROR "Quorvane${component} links ${library}: QuorvaneInstall.cmake does not know its package")
         endif()

@@ -8,7 +8,7 @@
 namespace quorvane::platform {
 
 /// The native platform inside a Qt application: completions, timers and delegate calls run in Qt's event loop, the
-/// device's location is known, and background tasks keep the system awake.
+/// device's location is known, and background tasks delay the system's sleep.
 ///
 /// The thread that makes it is the main thread: Qt's, where an application object exists. Where none exists one
 /// without a screen is made and lives as long as any such platform, so a program that wants another kind makes it
