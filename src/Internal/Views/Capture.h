@@ -35,8 +35,9 @@ struct Devices {
 void install(Devices devices = {});
 
 /// Shows a screen: all over @p window, or all over @p item, whose size it follows, or in a window of its own. A screen
-/// that is shown stays where it is. The items beside it are disabled meanwhile; one that the host enables or disables
-/// itself then is left to the host. Screens that are not this library's are a fatal error.
+/// that is shown stays where it is. Its own window closes as any does, with the screen; a scanner's is a cancel. The
+/// items beside it are disabled meanwhile; one that the host enables or disables itself then is left to the host.
+/// Screens that are not this library's are a fatal error.
 void present(BarcodeScannerViewControllerType& screen, QQuickWindow& window, bool animated = true);
 void present(BarcodeScannerViewControllerType& screen, QQuickItem& item, bool animated = true);
 void present(BarcodeScannerViewControllerType& screen, bool animated = true);

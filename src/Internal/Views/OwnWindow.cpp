@@ -11,15 +11,18 @@ constexpr QSize usualSize{412, 732};
 
 } // namespace
 
-OwnWindow::OwnWindow(std::function<void()> theCloseRequested) : closeRequested(std::move(theCloseRequested)) {
+OwnWindow::OwnWindow(std::function<void()> theClosing) : closing(std::move(theClosing)) {
     setTitle(QGuiApplication::applicationDisplayName());
     setColor(Qt::black);
     resize(usualSize);
 }
 
 void OwnWindow::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    closeRequested();
+    event->accept();
+    // Of its own, for the call ends the showing and with it what the window knows.
+    if (const std::function<void()> close = closing) {
+        close();
+    }
 }
 
 } // namespace quorvane::capture

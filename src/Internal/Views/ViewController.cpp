@@ -30,7 +30,9 @@ struct Screens {
 
 } // namespace
 
-void ViewController::HideWindow::operator()(QQuickWindow* window) const {
+void ViewController::HideWindow::operator()(OwnWindow* window) const {
+    // It has its handle for a while, and is closed with the application as long as it has.
+    window->forgetScreen();
     window->hide();
     window->deleteLater();
 }
@@ -160,7 +162,7 @@ void ViewController::present(bool animated) {
     if (!canPresent()) {
         return;
     }
-    ownWindow.reset(new OwnWindow([this] { closeRequested(); }));
+    ownWindow.reset(new OwnWindow([this] { closeOwnWindow(); }));
     present(*ownWindow, animated);
     if (presented) {
         ownWindow->show();
@@ -176,6 +178,17 @@ void ViewController::dismiss(bool animated) {
     if (animated && root->window() != nullptr) {
         fadeOut();
     } else {
+        remove();
+    }
+}
+
+void ViewController::closeOwnWindow() {
+    const std::shared_ptr<ViewController> self = shared_from_this();
+    if (presented) {
+        closeRequested();
+    }
+    // Unless the host has presented it anew, or without an animation.
+    if (!presented && shown) {
         remove();
     }
 }

@@ -17,6 +17,8 @@ QT_END_NAMESPACE
 
 namespace quorvane::capture {
 
+class OwnWindow;
+
 /// A screen and its life: loaded when it is first shown, shown in an item, over a window or in a window of its own, and
 /// taken away by `dismiss`, with the last pointer to it, or with what it is shown in. Main thread only.
 ///
@@ -72,12 +74,12 @@ protected:
     virtual void viewDidDisappear() {}
     /// The devices that the screen works with are not to be used any more.
     virtual void releaseDevices() {}
-    /// The user closes the screen's own window.
+    /// The user closes the screen's own window: dismisses the screen. What is left of it then goes at once.
     virtual void closeRequested() { dismiss(false); }
 
 private:
     struct HideWindow {
-        void operator()(QQuickWindow* window) const;
+        void operator()(OwnWindow* window) const;
     };
 
     /// Ends a showing that is on its way out. False for a screen that is presented.
@@ -95,6 +97,7 @@ private:
     /// But for what the host has enabled or disabled since. What lies behind @p above, too, stays disabled until that
     /// goes.
     void enableWhatLiesBehind(ViewController* above);
+    void closeOwnWindow();
     void fade(double from, double to);
     void fadeOut();
     void remove();
@@ -105,7 +108,7 @@ private:
     /// All screens that work on the platform in use, this one among them.
     const std::weak_ptr<std::vector<ViewController*>> screens;
     const std::optional<InterfaceFile> file;
-    std::unique_ptr<QQuickWindow, HideWindow> ownWindow;
+    std::unique_ptr<OwnWindow, HideWindow> ownWindow;
     ItemPointer<RootView> root;
     ItemPointer<QQuickItem> items;
     QPointer<QQuickItem> parent;

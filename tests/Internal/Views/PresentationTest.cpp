@@ -209,6 +209,43 @@ TEST_F(PresentationTest, AScreenInAWindowOfItsOwnGoesWhenTheUserClosesIt) {
     EXPECT_EQ(own, nullptr);
 }
 
+TEST_F(PresentationTest, TheApplicationMayQuitWhileAScreenIsInAWindowOfItsOwn) {
+    for (const bool isOnItsWayOut : {false, true}) {
+        SCOPED_TRACE(isOnItsWayOut);
+        controller->present(false);
+        static_cast<void>(newSteps());
+        if (isOnItsWayOut) {
+            controller->dismiss(true);
+        }
+        EXPECT_EQ(newSteps(), Steps{});
+
+        EXPECT_TRUE(quits());
+
+        EXPECT_EQ(newSteps(), Steps{"gone"});
+        EXPECT_FALSE(controller->isPresented());
+        animations.pass(1000);
+        EXPECT_EQ(newSteps(), Steps{});
+    }
+}
+
+TEST_F(PresentationTest, AWindowOfItsOwnThatIsLeftOverClosesNoScreen) {
+    controller->present(false);
+    controller->dismiss(false);
+    controller->present(*window, false);
+    static_cast<void>(newSteps());
+
+    EXPECT_TRUE(quits());
+
+    EXPECT_TRUE(controller->isPresented());
+    EXPECT_EQ(newSteps(), Steps{});
+}
+
+TEST_F(PresentationTest, AWindowOfItsOwnMayOutliveTheScreen) {
+    controller->present(false);
+    controller.reset();
+    EXPECT_TRUE(quits());
+}
+
 TEST_F(PresentationTest, WhatLiesBehindAScreenGetsNoTouchesAndHasItsFocusBackAfterwards) {
     const auto behind = InterfaceFile::named("Plain")->instantiate();
     behind->setParentItem(window->contentItem());

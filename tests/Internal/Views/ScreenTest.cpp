@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QTest>
+#include <QTimer>
 
 namespace quorvane::capture {
 
@@ -62,6 +63,18 @@ void ScreenTest::advance(std::chrono::nanoseconds duration) {
 void ScreenTest::settle() {
     EXPECT_TRUE(world->runUntilIdle());
     QCoreApplication::processEvents();
+}
+
+bool ScreenTest::quits() {
+    bool isAccepted = false;
+    QTimer::singleShot(0, [&] {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
+        isAccepted = quit.isAccepted();
+        QCoreApplication::exit();
+    });
+    QCoreApplication::exec();
+    return isAccepted;
 }
 
 } // namespace quorvane::capture

@@ -81,6 +81,9 @@ protected:
     /// What can run now does: work that is posted, and events of the toolkit.
     void settle();
 
+    /// Whether the application would end when it is asked to.
+    [[nodiscard]] static bool quits();
+
     testing::InstalledPlatform world;
     AnimationClock animations;
     const std::shared_ptr<testing::SimulatedCameras> cameras =
