@@ -55,11 +55,18 @@ bool BarcodeScannerView::setUp(CaptureSession& session) {
 
 void BarcodeScannerView::start() {
     if (captureSession) {
-        captureSession->startRunning([view = QPointer(this)] {
-            if (view) {
+        // Of a set-up that failed the delegate was told.
+        captureSession->startRunning([view = QPointer(this), isSetUp = output != nullptr] {
+            if (view && isSetUp) {
                 tell(view->delegate, &BarcodeScannerDelegate::scanningDidFail);
             }
         });
+    }
+}
+
+void BarcodeScannerView::stop() {
+    if (captureSession) {
+        captureSession->stopRunning();
     }
 }
 

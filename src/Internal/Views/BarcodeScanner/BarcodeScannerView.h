@@ -31,6 +31,8 @@ public:
     void setup();
     /// Runs the session, if there is one.
     void start();
+    /// Stops it, if there is one.
+    void stop();
 
     /// Ends the session, if there is one, and waits for the frame that is being read.
     void tearDown();

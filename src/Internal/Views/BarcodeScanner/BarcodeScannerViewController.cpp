@@ -96,6 +96,13 @@ void BarcodeScannerViewController::viewDidDisappear() {
     scannerView->tearDown();
 }
 
+void BarcodeScannerViewController::dismiss(bool animated) {
+    if (isPresented()) {
+        scannerView->stop();
+    }
+    ViewController::dismiss(animated);
+}
+
 void BarcodeScannerViewController::releaseDevices() {
     scannerView->tearDown();
 }
@@ -137,9 +144,7 @@ void BarcodeScannerViewController::scanningSucceeded(const std::string& code) {
 
 void BarcodeScannerViewController::cancelTapped() {
     const std::shared_ptr<ViewController> self = shared_from_this();
-    if (scannerView->captureSession) {
-        scannerView->captureSession->stopRunning();
-    }
+    scannerView->stop();
     const int cancelled = showing();
     scanningDidStop();
     // A showing that the host began in that call is another one.

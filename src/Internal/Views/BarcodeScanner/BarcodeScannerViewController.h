@@ -41,6 +41,9 @@ public:
 
     [[nodiscard]] BarcodeScannerView& barcodeScannerView() { return *scannerView; }
 
+    /// The session stops at the beginning of it.
+    void dismiss(bool animated) override;
+
     void scanningDidFail() override;
     void scanningDidStop() override;
     void scanningSucceeded(const std::string& code) override;

@@ -61,11 +61,14 @@ bool CameraPicker::startCamera() {
     session->addInput(camera);
     session->setPreview(*cameraView);
     session->startRunning(lifetime.guard([this] {
+        // That is what became of a photo, too.
+        awaitNoPhoto();
+        if (!isPresented()) {
+            return;
+        }
         if (overlayView) {
             overlayView->setFailed(true);
         }
-        // That is what became of a photo, too.
-        awaitNoPhoto();
         fail();
     }));
     return true;

@@ -225,6 +225,15 @@ TEST_F(BarcodeScannerViewTest, ACameraThatIsUnpluggedWhileScanningFailsOnceAndSt
     EXPECT_EQ(host->calls, Calls{"failed"});
 }
 
+TEST_F(BarcodeScannerViewTest, ACameraThatIsUnpluggedAfterAFailedSetUpIsNotToldOnceMore) {
+    readers->knowsNothing = true;
+    setUpAndStart();
+    cameras->camera->unplug();
+    settle();
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_FALSE(view->captureSession->isRunning());
+}
+
 TEST_F(BarcodeScannerViewTest, ACameraThatIsUnpluggedAfterTheStopIsNotMissed) {
     setUpAndStart();
     cameras->camera->unplug();

@@ -236,6 +236,66 @@ TEST_F(ScannerLifeTest, ClosingItsOwnWindowIsACancel) {
     EXPECT_FALSE(scanner->isPresented());
 }
 
+TEST_F(ScannerLifeTest, ItsOwnWindowIsClosedOnce) {
+    capture::present(*scanner, false);
+    const QPointer<QQuickWindow> own = scanner->window();
+    own->close();
+    own->close();
+    EXPECT_EQ(host->calls, Calls{"stopped"});
+
+    host->calls.clear();
+    capture::present(*scanner, false);
+    const QPointer<QQuickWindow> another = scanner->window();
+    scan("a code");
+    advance(500ms);
+    another->close();
+    EXPECT_FALSE(another->isVisible());
+    EXPECT_EQ(host->calls, (Calls{"stopped", "succeeded a code"}));
+}
+
+TEST_F(ScannerLifeTest, AHostMayQuitInEachCallOfAScannerInAWindowOfItsOwn) {
+    for (const char* const moment : {"stopped", "succeeded a code"}) {
+        SCOPED_TRACE(moment);
+        bool hasQuit = false;
+        host->whenCalled = [&](const std::string& call) {
+            if (call == moment) {
+                host->whenCalled = nullptr;
+                hasQuit = quits();
+            }
+        };
+        capture::present(*scanner, false);
+        scan("a code");
+        advance(10s);
+        EXPECT_TRUE(hasQuit);
+        EXPECT_FALSE(scanner->isPresented());
+    }
+}
+
+TEST_F(ScannerLifeTest, DismissedByTheHostItTellsOfNoCodeWhileItFades) {
+    readers->find({qrCode("late")});
+    for (const bool isReadBefore : {true, false}) {
+        present();
+        if (isReadBefore) {
+            cameras->camera->show(testing::plainFrame(64, 48, 0));
+            ASSERT_TRUE(readers->waitForReads(1));
+        }
+        capture::dismiss(*scanner, true);
+        EXPECT_FALSE(cameras->camera->isRunning());
+        cameras->camera->show(testing::plainFrame(64, 48, 0));
+        advance(10s);
+        EXPECT_EQ(host->calls, Calls{});
+        animations.pass(1000);
+    }
+}
+
+TEST_F(ScannerLifeTest, DismissedByTheHostItMissesNoCameraWhileItFades) {
+    present();
+    capture::dismiss(*scanner, true);
+    cameras->camera->unplug();
+    advance(10s);
+    EXPECT_EQ(host->calls, Calls{});
+}
+
 TEST_F(ScannerLifeTest, AHostThatLetsItsDelegateGoHearsNothing) {
     const std::weak_ptr<RecordingScannerDelegate> gone = [&] {
         auto other = std::make_shared<RecordingScannerDelegate>();

@@ -257,6 +257,34 @@ TEST_F(ImagePickerTest, AnAnimatedDismissalIsToldOnceItIsOver) {
     EXPECT_FALSE(cameras->camera->isRunning());
 }
 
+TEST_F(ImagePickerTest, ACameraThatIsUnpluggedWhileItFadesIsNotTold) {
+    show();
+    picker->dismiss(true);
+
+    cameras->camera->unplug();
+    advance(std::chrono::seconds(10));
+    EXPECT_EQ(delegate->calls, Calls{});
+    animations.pass(ViewController::transitionMilliseconds);
+
+    EXPECT_EQ(delegate->calls, Calls{"dismissed"});
+}
+
+TEST_F(ImagePickerTest, AHostMayQuitInTheCallOfThePictureOfAPickerInAWindowOfItsOwn) {
+    create();
+    capture::present(*picker, false);
+    bool hasQuit = false;
+    delegate->whenCalled = [&] {
+        delegate->whenCalled = nullptr;
+        hasQuit = quits();
+    };
+
+    picker->takePicture();
+    settle();
+
+    EXPECT_TRUE(hasQuit);
+    EXPECT_EQ(delegate->calls, (Calls{"took", "dismissed"}));
+}
+
 TEST_F(ImagePickerTest, DismissingTwiceOrBeforeShowingTellsNothingMore) {
     create();
     picker->dismiss(false);
