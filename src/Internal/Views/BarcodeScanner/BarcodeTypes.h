@@ -18,7 +18,6 @@ class AskedTypes {
 public:
     explicit AskedTypes(const std::vector<platform::BarcodeType>& types);
 
-    [[nodiscard]] bool isEmpty() const { return asked.empty(); }
     /// Codes of bars.
     [[nodiscard]] ZXing::BarcodeFormats bars() const;
     /// Those of them that check themselves, or whose ends cannot stand in their middle; not Interleaved 2 of 5.

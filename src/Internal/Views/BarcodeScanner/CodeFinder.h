@@ -45,8 +45,6 @@ public:
 
     explicit CodeFinder(const std::vector<platform::BarcodeType>& types) : asked(types) {}
 
-    [[nodiscard]] bool isAskedForNothing() const { return asked.isEmpty(); }
-
     /// Codes of bars along the picture's rows, and along its columns too if @p alsoUpright. At most one, or the
     /// recogniser ends the program where it meets the same code twice.
     void findBars(const GrayPicture& picture, Lines lines, bool alsoUpright, Sightings& found) const;
