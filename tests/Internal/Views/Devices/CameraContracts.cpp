@@ -1,6 +1,10 @@
+#include <QCoreApplication>
 #include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
 
 #include "Internal/Views/Devices/PictureCamera.h"
+#include "Internal/Views/Devices/VideoCamera.h"
 #include "Platform/Qt/QtImage.h"
 #include "Platform/contract/CameraContract.h"
 #include "testing/SimulatedCamera.h"
@@ -25,8 +29,23 @@ CameraRig picture(testing::SimulatedPlatform& world) {
     return {camera, [&world] { world.advance(std::chrono::milliseconds(40)); }};
 }
 
+CameraRig video(testing::SimulatedPlatform& world) {
+    const auto folder = std::make_shared<QTemporaryDir>();
+    const QString file = folder->filePath("red.avi");
+    EXPECT_EQ(QProcess::execute("ffmpeg", {"-loglevel", "error", "-f", "lavfi", "-i", "color=red:size=64x48:rate=25",
+                                           "-t", "0.2", file}),
+              0);
+    const auto camera = std::make_shared<capture::VideoCamera>(file.toStdString(), capture::FileCameras::Options{},
+                                                               std::make_shared<std::string>());
+    return {camera, [&world, folder] {
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+                world.advance(std::chrono::milliseconds(40));
+            }};
+}
+
 INSTANTIATE_TEST_SUITE_P(Simulated, CameraContract, ::testing::Values(&simulated));
 INSTANTIATE_TEST_SUITE_P(Picture, CameraContract, ::testing::Values(&picture));
+INSTANTIATE_TEST_SUITE_P(Video, CameraContract, ::testing::Values(&video));
 
 } // namespace
 } // namespace quorvane::platform::contract
