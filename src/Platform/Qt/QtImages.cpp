@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
@@ -57,6 +58,15 @@ Result picture(QImage image) {
     return std::make_shared<qt::QtImage>(std::move(image));
 }
 
+/// Whether there are fonts, without which drawings may not be opened.
+bool hasFonts() {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
+
+bool isDrawing(const QByteArray& format) {
+    return format == "svg" || format == "svgz" || format == "pdf";
+}
+
 Result decoded(std::string_view file) {
     if (file.empty()) {
         return ImageError{"the picture is empty"};
@@ -72,6 +82,9 @@ Result decoded(std::string_view file) {
     reader.setAutoTransform(true);
     if (!reader.canRead()) {
         return ImageError{"this is no picture, or of a kind that is not known here"};
+    }
+    if (isDrawing(reader.format()) && !hasFonts()) {
+        return ImageError{"this is a drawing, and drawings are decoded in GUI applications only"};
     }
     const QSize size = reader.size();
     if (pixelsOf(size) > QtImages::mostPixels) {

@@ -17,7 +17,8 @@ struct ImageError {
 };
 
 /// Makes pictures of files and pixels. What it makes holds red, green and blue in three bytes a pixel. Any thread; no
-/// application object is needed. Nothing throws.
+/// application object is needed, but for drawings such as SVG, which may hold text: these are refused where there is no
+/// `QGuiApplication`. Nothing throws.
 class QtImages {
 public:
     using Result = std::variant<std::shared_ptr<Image>, ImageError>;

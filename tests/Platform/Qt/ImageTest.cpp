@@ -140,6 +140,19 @@ TEST(QtImages, WhatIsNoPictureIsRefusedInASentence) {
     }
 }
 
+TEST(QtImages, ADrawingIsRefusedWhereThereAreNoFontsForIt) {
+    const ScratchDirectory scratch;
+    const std::string drawing =
+        R"(<svg xmlns="http://www.w3.org/2000/svg" width="40" height="20"><text x="1" y="15">text</text></svg>)";
+    const std::string sentence = "this is a drawing, and drawings are decoded in GUI applications only";
+    EXPECT_EQ(sentenceIn(QtImages::decode(drawing)), sentence);
+
+    for (const char* const name : {"/drawing.svg", "/drawing.png"}) {
+        std::ofstream(scratch.path() + name) << drawing;
+        EXPECT_EQ(sentenceIn(QtImages::read(scratch.path() + name)), scratch.path() + name + ": " + sentence);
+    }
+}
+
 TEST(QtImages, APictureThatIsCutOffAnywhereIsRefused) {
     const std::string jpeg = withOrientation(fileOf(quarters(32, 32), "jpeg"), 6);
     const std::string png = fileOf(quarters(32, 32), "png");
