@@ -1,6 +1,7 @@
 #include "Host.h"
 
 #include <QFile>
+#include <optional>
 
 #include <Facade/Quorvane.h>
 #include <Internal/Views/Capture.h>
@@ -35,9 +36,10 @@ void Host::scanningSucceeded(const std::string& code) {
 }
 
 void Host::imagePickerDidTakePicture(std::shared_ptr<const quorvane::platform::Image> picture) {
-    const std::string jpeg = picture->jpeg(0.9).value_or("");
+    const std::optional<std::string> jpeg = picture->jpeg(0.9);
     QFile file("photo.jpg");
-    const bool isWritten = file.open(QFile::WriteOnly) && file.write(jpeg.data(), qint64(jpeg.size())) >= 0;
+    const bool isWritten = jpeg && file.open(QFile::WriteOnly) &&
+                           file.write(jpeg->data(), qint64(jpeg->size())) == qint64(jpeg->size()) && file.flush();
     tell(isWritten ? QString("photo.jpg: %1 x %2 pixels").arg(picture->width()).arg(picture->height())
                    : "The photo cannot be written.");
     picker->dismiss(true);
