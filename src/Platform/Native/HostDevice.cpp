@@ -1,10 +1,13 @@
 #include "Platform/Native/HostDevice.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -66,6 +69,29 @@ bool isUUID(const std::string& text) {
     return text.size() == 36;
 }
 
+/// Writes @p text to a new file, on the disk itself. @p path ends with six X, which are replaced.
+bool writeDurably(std::string& path, std::string_view text) {
+    const int file = mkostemp(path.data(), O_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    // Some file systems have nothing to bring to a disk.
+    bool isWritten = !writeAll(file, text) && (fsync(file) == 0 || errno == EINVAL);
+    isWritten = close(file) == 0 && isWritten;
+    if (!isWritten) {
+        unlink(path.c_str());
+    }
+    return isWritten;
+}
+
+/// Brings the names in a directory to the disk itself.
+void synchronizeDirectory(const std::string& path) {
+    if (const int directory = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); directory >= 0) {
+        fsync(directory);
+        close(directory);
+    }
+}
+
 } // namespace
 
 HostDevice::HostDevice(std::string theKeptIn, DeviceSources theSources)
@@ -81,8 +107,9 @@ std::optional<std::string> HostDevice::identifierForVendor() const {
 }
 
 std::string HostDevice::keep(const std::string& made) const {
-    const std::string own = keptIn + "." + std::to_string(getpid());
-    if (keptIn.empty() || writeNewFile(own, made + "\n")) {
+    // The number of the process would not do: one in another container, or one that was killed, may have the same.
+    std::string own = keptIn + ".XXXXXX";
+    if (keptIn.empty() || !writeDurably(own, made + "\n")) {
         return made;
     }
     // Of two processes that start at once, the first to link its file decides for both.
@@ -96,6 +123,8 @@ std::string HostDevice::keep(const std::string& made) const {
         }
     }
     unlink(own.c_str());
+    // A user id that is stored soon, and outlasts a loss of power, must not find another identifier then.
+    synchronizeDirectory(std::filesystem::path(keptIn).parent_path().string());
     return result;
 }
 

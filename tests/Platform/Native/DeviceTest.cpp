@@ -1,13 +1,34 @@
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/utsname.h>
+#include <unistd.h>
 
 #include "Platform/Native/HostDevice.h"
 #include "Platform/Native/OpenSSLDigest.h"
 #include "support/ScratchDirectory.h"
+
+namespace {
+
+/// Is told what is brought to the disk, while there is somebody to be told.
+std::function<void(const std::string& path)> onSynchronized;
+
+} // namespace
+
+/// Stands in the place of the system's for every library of this program.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the names there are reserved ones.
+extern "C" int fsync(int file) {
+    if (onSynchronized) {
+        onSynchronized(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file)).string());
+    }
+    return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace quorvane::platform::native {
 namespace {
@@ -72,6 +93,31 @@ TEST_F(NativeDevice, AKeptTextThatIsNoIdentifierIsReplaced) {
         EXPECT_EQ(identifier, identifierOn(machine));
         EXPECT_EQ(identifierOn("", kept), identifier) << text;
     }
+}
+
+TEST_F(NativeDevice, TheIdentifierIsKeptBesideWhatAKilledProcessOfTheSameNumberLeft) {
+    std::ofstream(kept + "." + std::to_string(getpid())) << "half an identif";
+
+    const std::optional<std::string> identifier = identifierOn("", kept);
+
+    EXPECT_EQ(identifierOn("", kept), identifier);
+}
+
+TEST_F(NativeDevice, TheIdentifierIsOnTheDiskBeforeItHasItsNameAndItsNameSoonAfter) {
+    std::vector<std::string> synchronized;
+    onSynchronized = [&](const std::string& path) {
+        const bool isNamed = std::filesystem::exists(kept);
+        EXPECT_EQ(isNamed, path == scratch.path()) << path;
+        synchronized.push_back(path);
+    };
+
+    const std::optional<std::string> identifier = identifierOn(machine, kept);
+    onSynchronized = nullptr;
+
+    ASSERT_EQ(synchronized.size(), 2U);
+    EXPECT_TRUE(synchronized[0].starts_with(kept + ".")) << synchronized[0];
+    EXPECT_EQ(synchronized[1], scratch.path());
+    EXPECT_EQ(identifierOn("", kept), identifier);
 }
 
 TEST_F(NativeDevice, AnIdentifierThatCannotBeKeptHoldsForTheRun) {
