@@ -4,6 +4,7 @@
 #include "JSON/DocumentContent.h"
 #include "JSON/Exact.h"
 #include "JSON/Parsing.h"
+#include "JSON/PerThread.h"
 
 namespace quorvane::json {
 
@@ -11,40 +12,22 @@ namespace {
 
 constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
 
-/// The memory that a thread keeps. It is gone before the last documents of a thread that ends are.
-class Spare {
-public:
-    ~Spare() { isGone = true; }
-
-    static void give(simdjson::dom::document& document) {
-        if (!isGone && document.capacity() <= largestKeptCapacity && document.capacity() > kept.document.capacity()) {
-            kept.document = std::move(document);
-        }
-    }
-    static void take(simdjson::dom::document& document) {
-        if (!isGone) {
-            document = std::move(kept.document);
-            kept.document = simdjson::dom::document();
-        }
-    }
-
-private:
-    simdjson::dom::document document;
-    static thread_local Spare kept;
-    static thread_local bool isGone;
-};
-
-thread_local Spare Spare::kept;
-thread_local bool Spare::isGone = false;
+using Spare = PerThread<simdjson::dom::document>;
 
 } // namespace
 
 Document::Content::Content() {
-    Spare::take(parsed);
+    if (simdjson::dom::document* const spare = Spare::get()) {
+        parsed = std::move(*spare);
+        *spare = simdjson::dom::document();
+    }
 }
 
 Document::Content::~Content() {
-    Spare::give(parsed);
+    simdjson::dom::document* const spare = Spare::get();
+    if (spare != nullptr && parsed.capacity() <= largestKeptCapacity && parsed.capacity() > spare->capacity()) {
+        *spare = std::move(parsed);
+    }
 }
 
 Document Document::parse(std::string&& text) {

@@ -1,11 +1,37 @@
 #include "JSON/Exact.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "JSON/Depth.h"
 #include "JSON/DocumentContent.h"
 #include "JSON/Encoder.h"
 
 namespace quorvane::json {
+namespace {
+
+bool isDeeper(const AnyCodable::Dictionary& dictionary, std::size_t levels);
+
+bool isDeeper(const AnyCodable& value, std::size_t levels) {
+    if (const auto* list = std::get_if<AnyCodable::List>(&value.value)) {
+        return levels == 0 || std::any_of(list->begin(), list->end(), [levels](const AnyCodable& element) {
+                   return isDeeper(element, levels - 1);
+               });
+    }
+    const auto* dictionary = std::get_if<AnyCodable::Dictionary>(&value.value);
+    return dictionary != nullptr && isDeeper(*dictionary, levels);
+}
+
+bool isDeeper(const AnyCodable::Dictionary& dictionary, std::size_t levels) {
+    return levels == 0 || std::any_of(dictionary.begin(), dictionary.end(),
+                                      [levels](const auto& entry) { return isDeeper(entry.second, levels - 1); });
+}
+
+} // namespace
+
+bool isTooDeep(const AnyCodable::Dictionary& dictionary) {
+    return isDeeper(dictionary, deepest);
+}
 
 AnyCodable valueOf(Element value, Numbers numbers) {
     switch (value.type()) {

@@ -3,18 +3,26 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <utility>
 
 #include "JSON/CodingErrors.h"
+#include "JSON/Depth.h"
 #include "JSON/Literals.h"
+#include "JSON/PerThread.h"
 
 namespace quorvane::json {
 
 namespace {
 
-constexpr std::size_t deepest = 512;
 constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
+
+/// What the parser does on this processor is chosen before the program makes its first static object, and so outlasts
+/// them all: their destructors may encode and decode.
+[[gnu::constructor(101)]] void chooseImplementation() {
+    static_cast<void>(simdjson::get_active_implementation()->name());
+}
 
 std::size_t depthOf(std::string_view text) {
     std::size_t depth = 0;
@@ -77,7 +85,7 @@ std::string_view sentenceFor(simdjson::error_code error) {
     throw DecodingError(DecodingError::Kind::malformed, "", std::string(sentenceFor(error)));
 }
 
-/// The parser of one thread. What a large text made it allocate is not kept.
+/// Parses for one thread. What a large text made it allocate is not kept.
 class Parser {
 public:
     simdjson::error_code parse(simdjson::dom::document& document, std::string& text, std::size_t depth) {
@@ -102,7 +110,9 @@ private:
 } // namespace
 
 void parseInto(simdjson::dom::document& document, std::string& text) {
-    thread_local Parser parser;
+    Parser* const kept = PerThread<Parser>::get();
+    const std::unique_ptr<Parser> own = kept == nullptr ? std::make_unique<Parser>() : nullptr;
+    Parser& parser = kept == nullptr ? *own : *kept;
     simdjson::error_code error = parser.parse(document, text, deepest);
     std::string rewritten;
     std::string* last = &text;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "JSON/NumberText.h"
+#include "JSON/PerThread.h"
 #include "JSON/UTF8.h"
 
 namespace quorvane::json {
@@ -25,11 +26,6 @@ struct Spare {
     std::unique_ptr<char[]> buffer;
     std::size_t capacity = 0;
 };
-
-Spare& spare() {
-    thread_local Spare kept;
-    return kept;
-}
 
 /// A high bit in each of the eight bytes that is zero. May also mark a byte 1 above a zero one, never less.
 std::uint64_t zeroBytes(std::uint64_t word) {
@@ -137,15 +133,17 @@ std::string repaired(std::string_view text) {
 
 } // namespace
 
-Writer::Writer(Style theStyle, Unencodable whatToDo)
-    : style(theStyle),
-      unencodable(whatToDo),
-      buffer(std::move(spare().buffer)),
-      capacity(std::exchange(spare().capacity, 0)) {}
+Writer::Writer(Style theStyle, Unencodable whatToDo) : style(theStyle), unencodable(whatToDo) {
+    if (Spare* const spare = PerThread<Spare>::get()) {
+        buffer = std::move(spare->buffer);
+        capacity = std::exchange(spare->capacity, 0);
+    }
+}
 
 Writer::~Writer() {
-    if (capacity <= largestKeptCapacity) {
-        spare() = {std::move(buffer), capacity};
+    Spare* const spare = PerThread<Spare>::get();
+    if (spare != nullptr && capacity <= largestKeptCapacity) {
+        *spare = {std::move(buffer), capacity};
     }
 }
 

@@ -1,7 +1,9 @@
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "JSON/JSON.h"
 
@@ -51,6 +53,32 @@ TEST(ExactValues, ATextThatIsNotUTF8IsWrittenWithReplacementCharacters) {
 TEST(ExactValues, AreRefusedWhereTheTextIsMalformed) {
     EXPECT_THROW((void)readExactly("{"), json::DecodingError);
     EXPECT_THROW((void)readExactly(""), json::DecodingError);
+}
+
+/// Encodes and decodes when the program ends, after what its thread kept for that has gone.
+struct CodesAtTheEnd {
+    CodesAtTheEnd() = default;
+    CodesAtTheEnd(const CodesAtTheEnd&) = delete;
+    CodesAtTheEnd& operator=(const CodesAtTheEnd&) = delete;
+    ~CodesAtTheEnd() {
+        for (int i = 0; i < 2; ++i) {
+            if (readExactly(writeExactly(value)) != value) {
+                _exit(1);
+            }
+        }
+    }
+    const AnyCodable value =
+        AnyCodable::Dictionary{{"list", AnyCodable::List{1, 2.5, std::string(5000, 'x'), "\xE2\x82\xAC"}}};
+};
+
+TEST(ExactValuesDeathTest, AreWrittenAndReadByStaticObjectsThatEndAsWell) {
+    EXPECT_EXIT(
+        {
+            static const CodesAtTheEnd last;
+            static_cast<void>(readExactly(writeExactly(last.value)));
+            std::exit(0); // NOLINT(concurrency-mt-unsafe): no other thread runs here.
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace quorvane
