@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "JSON/Depth.h"
+
 namespace quorvane::testing {
 namespace {
 
@@ -103,6 +105,13 @@ void MemoryPreferences::setDate(std::string_view key, platform::Date value) {
 }
 
 void MemoryPreferences::setDictionary(std::string_view key, const AnyCodable::Dictionary& value) {
+    if (json::isTooDeep(value)) {
+        if (print) {
+            print(std::string(key) + " is not stored: it is nested more than " + std::to_string(json::deepest) +
+                  " levels deep.");
+        }
+        return;
+    }
     write(key, storable(value));
 }
 

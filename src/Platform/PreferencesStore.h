@@ -14,9 +14,9 @@ namespace quorvane::platform {
 /// implementation promises:
 /// - a write is visible to every read that starts after it returns, and survives a killed process;
 /// - a value reads back with the type and the value it was written with, in this run and in later ones; reading it
-///   as another type answers none, with two exceptions: an integer reads as a double too, and a bool never as an
-///   integer or the other way round;
-/// - an absent entry is none; an empty text or dictionary is a value of its own;
+///   as another type answers none, but an integer reads as a double too;
+/// - an absent entry is none; an empty text or dictionary is a value of its own. A dictionary of more than 512 levels,
+///   its own included, is refused: what was stored stays, and a line on the platform's output tells so each time;
 /// - no call throws or blocks for longer than a disk write; a write that the disk refuses is kept in memory for this
 ///   run and told once on the platform's output.
 class PreferencesStore {

@@ -26,7 +26,7 @@ std::unique_ptr<PreferencesStore> openPreferences(const std::string& home, nativ
     if (error) {
         tell("QuorvaneSDK: the home directory " + (home.empty() ? "(none known)" : home) + " cannot be used (" +
              error.message() + "); preferences live in memory for this run");
-        return std::make_unique<native::SQLitePreferences>();
+        return std::make_unique<native::SQLitePreferences>(std::move(tell));
     }
     return std::make_unique<native::SQLitePreferences>(home + "/preferences.db", std::move(tell));
 }

@@ -2,11 +2,12 @@
 
 #include <utility>
 
+#include "JSON/Depth.h"
 #include "JSON/JSON.h"
 
 namespace quorvane::platform::native {
 
-SQLitePreferences::SQLitePreferences() = default;
+SQLitePreferences::SQLitePreferences(Tell theTell) : output(std::move(theTell)) {}
 
 SQLitePreferences::SQLitePreferences(std::string thePath, Tell theTell)
     : path(std::move(thePath)), output(std::move(theTell)), file(std::make_unique<PreferencesFile>(path)) {
@@ -172,6 +173,12 @@ void SQLitePreferences::setDate(std::string_view key, Date value) {
 }
 
 void SQLitePreferences::setDictionary(std::string_view key, const AnyCodable::Dictionary& value) {
+    if (json::isTooDeep(value)) {
+        const Use use(*this);
+        tell("QuorvaneSDK: " + std::string(key) + " is not stored: it is nested more than " +
+             std::to_string(json::deepest) + " levels deep");
+        return;
+    }
     write(key, StoredDictionary{json::writeExactly(value)});
 }
 

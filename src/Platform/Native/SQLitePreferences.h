@@ -23,7 +23,7 @@ public:
     SQLitePreferences(std::string path, Tell tell);
 
     /// In memory, for this run.
-    SQLitePreferences();
+    explicit SQLitePreferences(Tell tell);
 
     [[nodiscard]] std::optional<std::string> string(std::string_view key) const override;
     [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const override;

@@ -78,6 +78,14 @@ TEST_F(NativePlatformTest, AHomeThatCannotBeUsedMeansMemoryAndOneLine) {
     EXPECT_TRUE(native->files().replace(native->files().cachesDirectory() + "/file", "content"));
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_NE(lines[0].find(scratch.path() + "/file/home"), std::string::npos) << lines[0];
+
+    AnyCodable deep;
+    for (int i = 0; i < 513; ++i) {
+        deep = AnyCodable::List{std::move(deep)};
+    }
+    native->preferences().setDictionary("deep", {{"deep", deep}});
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_NE(lines[1].find("deep is not stored"), std::string::npos) << lines[1];
 }
 
 TEST_F(NativePlatformTest, TwoPlatformsMayShareAHome) {

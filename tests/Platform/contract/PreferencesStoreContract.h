@@ -178,6 +178,28 @@ TEST_P(PreferencesStoreContract, AValueThatIsNoJSONValueReadsBackAsAnEmptyOne) {
     });
 }
 
+TEST_P(PreferencesStoreContract, ADictionaryDeeperThanWhatCanBeReadIsRefusedWithALineAndTheOlderOneStays) {
+    const auto dictionaryOf = [](std::size_t levels) {
+        AnyCodable value = 1;
+        for (std::size_t i = 1; i < levels; ++i) {
+            value = i % 2 == 0 ? AnyCodable(AnyCodable::List{std::move(value)})
+                               : AnyCodable(AnyCodable::Dictionary{{"k", std::move(value)}});
+        }
+        return AnyCodable::Dictionary{{"k", std::move(value)}};
+    };
+    store().setDictionary("dictionary", dictionaryOf(512));
+    EXPECT_TRUE(rig->output().empty());
+
+    store().setDictionary("dictionary", dictionaryOf(513));
+    store().setDictionary("none", dictionaryOf(600));
+
+    EXPECT_EQ(rig->output().size(), 2U);
+    nowAndAfterARelaunch([&] {
+        EXPECT_EQ(store().dictionary("dictionary"), dictionaryOf(512));
+        EXPECT_EQ(store().dictionary("none"), std::nullopt);
+    });
+}
+
 TEST_P(PreferencesStoreContract, AnIntegerReadsAsADoubleToo) {
     store().setInteger("integer", -7);
 
