@@ -20,21 +20,6 @@
 namespace quorvane::platform::native {
 namespace {
 
-/// How long a write waits for those of other processes.
-constexpr std::chrono::seconds longestWait(2);
-
-/// Tries again soon and often: SQLite's own handler waits ever longer, and starves beside a process that writes all
-/// the time. @p state is the moment at which the waiting began.
-int waitForOthers(void* state, int attempts) {
-    auto& began = *static_cast<std::chrono::steady_clock::time_point*>(state);
-    const auto now = std::chrono::steady_clock::now();
-    if (attempts == 0) {
-        began = now;
-    }
-    std::this_thread::sleep_for(std::chrono::microseconds(200));
-    return now - began < longestWait ? 1 : 0;
-}
-
 std::uint64_t numberOf(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
@@ -119,12 +104,33 @@ struct Use {
 
 } // namespace
 
+/// Tries again soon and often: SQLite's own handler waits ever longer, and starves beside a process that writes all
+/// the time.
+bool PreferencesFile::Patience::waitFor(int attempts) {
+    const auto now = std::chrono::steady_clock::now();
+    if (attempts == 0) {
+        began = now;
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
+    return now - began < longest;
+}
+
+int PreferencesFile::waitForOthers(void* patience, int attempts) {
+    return static_cast<Patience*>(patience)->waitFor(attempts) ? 1 : 0;
+}
+
 /// Held while the file is opened or put aside, so that two processes do not judge one file at once. The system lets
 /// go of it when its holder dies.
 struct PreferencesFile::Lock {
-    explicit Lock(const std::string& path)
+    Lock(const std::string& path, Patience& patience)
         : file(::open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR)) {
-        while (file >= 0 && flock(file, LOCK_EX) != 0 && errno == EINTR) {
+        // Where there is no file, or the file system has no locks, the work goes on without one.
+        for (int i = 0; file >= 0 && flock(file, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
+             ++i) {
+            if (!patience.waitFor(i)) {
+                isOthers = true;
+                return;
+            }
         }
     }
     Lock(const Lock&) = delete;
@@ -134,17 +140,24 @@ struct PreferencesFile::Lock {
             ::close(file);
         }
     }
-    int file;
+    const int file;
+    /// Another process has held it all the time.
+    bool isOthers = false;
 };
 
-PreferencesFile::PreferencesFile(std::string thePath) : path(std::move(thePath)) {}
+PreferencesFile::PreferencesFile(std::string thePath, std::chrono::milliseconds longestWait)
+    : path(std::move(thePath)), patience{longestWait, {}} {}
 
 PreferencesFile::~PreferencesFile() {
     close();
 }
 
 FileOutcome PreferencesFile::open() {
-    const Lock lock(path);
+    const Lock lock(path, patience);
+    if (lock.isOthers) {
+        lastReason = "another process holds it";
+        return FileOutcome::refused;
+    }
     const FileOutcome result = openLocked();
     if (result != FileOutcome::done) {
         close();
@@ -154,7 +167,7 @@ FileOutcome PreferencesFile::open() {
 
 FileOutcome PreferencesFile::openLocked() {
     if (const std::error_code error = makeFile(path)) {
-        lastReason = error.message();
+        lastReason = error == std::errc::invalid_argument ? "it is no regular file" : error.message();
         return FileOutcome::refused;
     }
     // SQLite gives its two other files the rights of the first; left-over ones keep theirs.
@@ -169,7 +182,7 @@ FileOutcome PreferencesFile::openLocked() {
         result != FileOutcome::done) {
         return result;
     }
-    sqlite3_busy_handler(database, &waitForOthers, &waitingSince);
+    sqlite3_busy_handler(database, &waitForOthers, &patience);
     for (const char* sql : {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = NORMAL",
                             // The value has no declared type: SQLite would make a number of a text that looks like one.
                             "CREATE TABLE IF NOT EXISTS preferences "
@@ -316,8 +329,8 @@ FileOutcome PreferencesFile::synchronize() {
 
 std::string PreferencesFile::putAside() {
     close();
-    const Lock lock(path);
-    if (numberOf(path) != fileNumber) {
+    const Lock lock(path, patience);
+    if (lock.isOthers || numberOf(path) != fileNumber) {
         return {};
     }
     std::string aside = path + ".damaged";

@@ -39,7 +39,8 @@ enum class FileOutcome {
 /// Written ahead to a log that every other process on the file sees at once, and that a killed process cannot lose.
 class PreferencesFile {
 public:
-    explicit PreferencesFile(std::string path);
+    /// @p longestWait is how long an operation waits for other processes.
+    explicit PreferencesFile(std::string path, std::chrono::milliseconds longestWait = std::chrono::seconds(2));
     PreferencesFile(const PreferencesFile&) = delete;
     PreferencesFile& operator=(const PreferencesFile&) = delete;
     ~PreferencesFile();
@@ -63,6 +64,15 @@ public:
 
 private:
     struct Lock;
+    /// How long another process is waited for, and since when.
+    struct Patience {
+        const std::chrono::milliseconds longest;
+        std::chrono::steady_clock::time_point began;
+
+        /// Waits a little; whether it is worth another attempt. @p attempts is how often was waited before.
+        bool waitFor(int attempts);
+    };
+    static int waitForOthers(void* patience, int attempts);
     /// Changes with every write to the file, by whichever process.
     using Stamp = std::array<std::uint32_t, 12>;
 
@@ -88,8 +98,7 @@ private:
     /// The file's number on its file system when it was opened; 0 when it is not known.
     std::uint64_t fileNumber = 0;
     std::string lastReason;
-    /// Since when another process is waited for.
-    std::chrono::steady_clock::time_point waitingSince;
+    Patience patience;
 };
 
 } // namespace quorvane::platform::native

@@ -1,7 +1,11 @@
+#include <chrono>
 #include <csignal>
 #include <limits>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include "Platform/Native/PreferencesFixture.h"
 
@@ -122,8 +126,31 @@ TEST_F(NativePreferences, APathThatCannotBeAFileMeansMemoryAndOneLine) {
     store->synchronize();
 
     EXPECT_EQ(store->integer("k"), 2);
-    EXPECT_EQ(lines.size(), 1U);
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("it is no regular file"), std::string::npos) << lines[0];
     EXPECT_EQ(open()->integer("k"), std::nullopt);
+}
+
+TEST_F(NativePreferences, APipeIsNoPreferencesFileEither) {
+    ASSERT_EQ(mkfifo(path.c_str(), S_IRUSR | S_IWUSR), 0);
+
+    open()->setInteger("k", 1);
+
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_NE(lines[0].find("it is no regular file"), std::string::npos) << lines[0];
+}
+
+TEST_F(NativePreferences, AFileThatAnotherProcessHoldsForTooLongIsRefused) {
+    const int lock = ::open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    ASSERT_EQ(flock(lock, LOCK_EX), 0);
+    PreferencesFile file(path, std::chrono::milliseconds(5));
+
+    EXPECT_EQ(file.open(), FileOutcome::refused);
+    EXPECT_EQ(file.reason(), "another process holds it");
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    close(lock);
+    EXPECT_EQ(file.open(), FileOutcome::done);
 }
 
 TEST_F(NativePreferences, TwoStoresOnOneFileSeeEachOthersWritesAtOnce) {
