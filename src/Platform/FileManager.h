@@ -22,7 +22,7 @@ enum class FileProtection {
 ///   content with its date or the new one with its own, never a part, and nothing but the file itself is ever listed
 ///   in its directory. Each call sees one such state: a content that is read and a date that is asked for after it may
 ///   be of two. The end of the system's power is no end of a process: what was written shortly before may be lost;
-/// - no call throws; what failed is told by the error code.
+/// - no call throws; what failed is told by the error code, be it to read a pipe or a date that `Date` cannot hold.
 class FileManager {
 public:
     FileManager() = default;

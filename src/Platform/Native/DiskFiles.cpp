@@ -48,7 +48,22 @@ bool areOneFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-/// The file that has the name @p path, opened for reading; none with @p error set.
+bool isFileOrDirectory(const struct stat& status) {
+    return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+}
+
+/// Opens a file or directory for reading. Whatever else has the name @p path, a pipe for example, is not waited for.
+std::unique_ptr<Descriptor> openToRead(const std::string& path) {
+    auto file = std::make_unique<Descriptor>(path, O_RDONLY | O_NONBLOCK);
+    struct stat named {};
+    if (file->number < 0 && errno == EWOULDBLOCK && stat(path.c_str(), &named) == 0 && isFileOrDirectory(named)) {
+        // Somebody has a lease on it, which the system ends.
+        file = std::make_unique<Descriptor>(path, O_RDONLY);
+    }
+    return file;
+}
+
+/// The file or directory that has the name @p path, opened for reading; none with @p error set.
 ///
 /// Between the look-up of the name and the opening, a file may have lost it and have been written to for another one.
 /// From the opening on it stays as it is.
@@ -57,9 +72,13 @@ std::unique_ptr<Descriptor> openNamed(const std::string& path, std::error_code& 
         return nullptr;
     }
     for (int looks = 0; looks < mostLooks; ++looks) {
-        auto file = std::make_unique<Descriptor>(path, O_RDONLY);
+        auto file = openToRead(path);
         if (file->number < 0 || fstat(file->number, &file->status) != 0) {
             error = lastError();
+            return nullptr;
+        }
+        if (!isFileOrDirectory(file->status)) {
+            error = std::make_error_code(std::errc::not_supported);
             return nullptr;
         }
         struct stat named {};
@@ -254,8 +273,11 @@ std::optional<Date> DiskFiles::modificationDate(const std::string& path, std::er
     if (!file) {
         return std::nullopt;
     }
-    const timespec& modified = file->status.st_mtim;
-    return Date(std::chrono::seconds(modified.tv_sec) + std::chrono::nanoseconds(modified.tv_nsec));
+    const std::optional<Date> date = dateOf(file->status.st_mtim);
+    if (!date) {
+        error = std::make_error_code(std::errc::value_too_large);
+    }
+    return date;
 }
 
 std::error_code DiskFiles::setModificationDate(const std::string& path, Date date) {

@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -54,8 +56,20 @@ std::error_code makeFile(const std::string& path) {
 }
 
 timespec timeOf(Date date) {
-    const auto whole = std::chrono::floor<std::chrono::seconds>(date.time_since_epoch());
-    return {whole.count(), (date.time_since_epoch() - whole).count()};
+    constexpr std::int64_t second = 1'000'000'000;
+    const std::int64_t ticks = std::chrono::nanoseconds(date.time_since_epoch()).count();
+    const bool isBefore = ticks % second < 0;
+    return {ticks / second - (isBefore ? 1 : 0), ticks % second + (isBefore ? second : 0)};
+}
+
+std::optional<Date> dateOf(const timespec& time) {
+    const auto parts = [](const timespec& moment) { return std::pair(moment.tv_sec, moment.tv_nsec); };
+    if (parts(time) < parts(timeOf(Date::min())) || parts(time) > parts(timeOf(Date::max()))) {
+        return std::nullopt;
+    }
+    // Before the epoch the whole seconds alone may lie beyond the range that their sum is in.
+    const std::chrono::seconds up(time.tv_sec < 0 ? 1 : 0);
+    return Date(std::chrono::seconds(time.tv_sec) + up + (std::chrono::nanoseconds(time.tv_nsec) - up));
 }
 
 std::error_code writeAll(int file, std::string_view content) {

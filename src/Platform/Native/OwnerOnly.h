@@ -22,6 +22,9 @@ namespace quorvane::platform::native {
 /// The moment as the system's calls take it.
 [[nodiscard]] timespec timeOf(Date date);
 
+/// The moment that the system's calls answer; none beyond the range of `Date`.
+[[nodiscard]] std::optional<Date> dateOf(const timespec& time);
+
 /// Writes the whole of @p content where the open file stands.
 [[nodiscard]] std::error_code writeAll(int file, std::string_view content);
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -386,6 +387,66 @@ TEST_F(NativeFiles, AFileThatTheNameNeverStandsForIsNeitherReadNorDated) {
 
     std::error_code error;
     EXPECT_EQ(files().modificationDate(path, error), date);
+}
+
+TEST_F(NativeFiles, APipeInTheCachesIsAnErrorAndNotWaitedFor) {
+    const std::string path = cachedFile("pipe");
+    ASSERT_EQ(mkfifo(path.c_str(), S_IRUSR | S_IWUSR), 0);
+    std::error_code error;
+
+    EXPECT_EQ(files().read(path, error), std::nullopt);
+    EXPECT_EQ(error, std::errc::not_supported);
+    error.clear();
+    EXPECT_EQ(files().modificationDate(path, error), std::nullopt);
+    EXPECT_EQ(error, std::errc::not_supported);
+    EXPECT_EQ(files().setModificationDate(path, Date()), std::errc::not_supported);
+    EXPECT_FALSE(files().replace(path, "content"));
+    EXPECT_EQ(contentOf(path), "content");
+}
+
+TEST_F(NativeFiles, AFileThatIsLeasedIsReadOnceTheLeaseHasEnded) {
+    const std::string path = cachedFile();
+    EXPECT_FALSE(files().replace(path, "content"));
+    if (!grantsLeases(scratch.path())) {
+        EXPECT_EQ(contentOf(path), "content");
+        return;
+    }
+    static std::atomic<int> leased;
+    const OpenFile holder(path, O_RDWR);
+    leased = holder.number;
+    struct sigaction before {};
+    struct sigaction giveBack {};
+    giveBack.sa_flags = SA_RESTART;
+    giveBack.sa_handler = [](int) { fcntl(leased, F_SETLEASE, F_UNLCK); };
+    ASSERT_EQ(sigaction(SIGURG, &giveBack, &before), 0);
+    ASSERT_EQ(fcntl(holder.number, F_SETSIG, SIGURG), 0);
+    ASSERT_EQ(fcntl(holder.number, F_SETLEASE, F_WRLCK), 0);
+
+    EXPECT_EQ(contentOf(path), "content");
+
+    EXPECT_EQ(fcntl(holder.number, F_GETLEASE), F_UNLCK);
+    sigaction(SIGURG, &before, nullptr);
+}
+
+TEST_F(NativeFiles, ADateBeyondWhatCanBeToldIsAnError) {
+    // Memory keeps any date, unlike some disks.
+    const std::string path = "/dev/shm/quorvane-" + fs::path(scratch.path()).filename().string();
+    EXPECT_FALSE(files().createDirectory(path));
+    for (const Date date : {Date::min(), Date::max(), Date(std::chrono::nanoseconds(-1))}) {
+        std::error_code error;
+        EXPECT_FALSE(files().setModificationDate(path, date));
+        EXPECT_EQ(files().modificationDate(path, error), date);
+    }
+
+    constexpr time_t year2300 = 10'413'792'000;
+    for (const timespec beyond : {timespec{year2300, 0}, timespec{-year2300, 0}}) {
+        const timespec times[] = {beyond, beyond};
+        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+        std::error_code error;
+        EXPECT_EQ(files().modificationDate(path, error), std::nullopt);
+        EXPECT_EQ(error, std::errc::value_too_large);
+    }
+    EXPECT_FALSE(files().remove(path));
 }
 
 TEST_F(NativeFiles, ADirectoryOnAnotherFileSystemIsWrittenToAsWell) {
