@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <deque>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace quorvane::platform {
@@ -131,15 +132,29 @@ const std::string& SerialQueue::label() const {
 }
 
 void SerialQueue::async(std::function<void()> work) {
+    if (!hasThread()) {
+        const Turn turn(state);
+        [&]() noexcept { work(); }();
+        return;
+    }
     {
         const std::lock_guard lock(state->mutex);
         state->line.push_back({std::move(work), nullptr});
         ++state->accepted;
-        if (!state->thread.joinable()) {
-            state->thread = std::thread([state = state] { state->work(); });
-        }
     }
     state->hasWork.notify_one();
+}
+
+bool SerialQueue::hasThread() {
+    const std::lock_guard lock(state->mutex);
+    if (!state->thread.joinable()) {
+        try {
+            state->thread = std::thread([state = state] { state->work(); });
+        } catch (const std::system_error&) {
+            return false;
+        }
+    }
+    return true;
 }
 
 SerialQueue::Turn::Turn(std::shared_ptr<State> theState) : state(std::move(theState)) {

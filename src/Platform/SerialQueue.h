@@ -11,8 +11,8 @@ namespace quorvane::platform {
 ///
 /// - `sync` runs its work on the caller's thread, once all that came before has run; what the work throws passes
 ///   through. Called from inside work of the same queue it runs at once.
-/// - `async` returns at once; its work runs later on a thread of the queue's own, which is started on first use. What
-///   it throws is fatal.
+/// - `async` returns at once; its work runs later on a thread of the queue's own, which is started on first use. Where
+///   the system gives none, the work runs on the caller's thread, as with `sync`. What it throws is fatal.
 /// - The destructor lets the work that was accepted run to its end; inside work of the queue itself it does not wait
 ///   for it.
 class SerialQueue {
@@ -34,6 +34,9 @@ public:
 
 private:
     struct State;
+
+    /// Starts the queue's own thread if need be.
+    bool hasThread();
 
     /// The right to run, held while it lives. It may outlive the queue.
     class Turn {

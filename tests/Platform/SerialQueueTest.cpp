@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
+#include <cstddef>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -7,8 +9,13 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 
 #include "Platform/SerialQueue.h"
+#include "support/ChildProcess.h"
 
 namespace quorvane::platform {
 namespace {
@@ -33,6 +40,31 @@ protected:
 
     std::unique_ptr<SerialQueue> queue = std::make_unique<SerialQueue>("Test.Queue");
 };
+
+TEST_F(SerialQueueTest, WhereTheSystemGivesNoThreadAsynchronousWorkRunsOnTheCallers) {
+    testing::ChildProcess child([this] {
+        sock_filter steps[] = {
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone, 1, 0),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone3, 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EAGAIN),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        };
+        const sock_fprog program = {static_cast<unsigned short>(std::size(steps)), steps};
+        ASSERT_EQ(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+        ASSERT_EQ(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program), 0);
+        std::vector<int> order;
+
+        queue->async([&] {
+            order.push_back(1);
+            queue->async([&] { order.push_back(2); });
+        });
+        queue->sync([&] { order.push_back(3); });
+
+        EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+    });
+    EXPECT_TRUE(child.succeeds());
+}
 
 TEST_F(SerialQueueTest, ItKeepsItsLabel) {
     EXPECT_EQ(queue->label(), "Test.Queue");
