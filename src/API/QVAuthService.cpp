@@ -149,10 +149,12 @@ bool QVAuthService::setTokenResponse(const QVAuthTokenResponse* answer) {
     const QVAuthTokenResponse& tokens = *answer;
     const std::int64_t now = platform::roundedSecondsSince1970(platform.clock().now());
     platform::PreferencesStore& preferences = platform.preferences();
-    preferences.setString(preference::accessToken, tokens.tokenType + " " + tokens.accessToken);
+    // The process may end between any two of them. The old refresh token is of no use any more, so the new one is
+    // first; the expiry is last, so that nothing but the new access token is ever taken for a fresh one.
     preferences.setString(preference::refreshToken, tokens.refreshToken);
-    preferences.setInteger(preference::accessTokenExpiry, addSaturated(now, secondsIn(tokens.expiresIn)));
+    preferences.setString(preference::accessToken, tokens.tokenType + " " + tokens.accessToken);
     preferences.setInteger(preference::accessTokenCreationTime, now);
+    preferences.setInteger(preference::accessTokenExpiry, addSaturated(now, secondsIn(tokens.expiresIn)));
     preferences.synchronize();
     return true;
 }

@@ -3,6 +3,43 @@
 namespace quorvane {
 namespace {
 
+/// Preferences of a process that is killed after so many writes.
+class EndingPreferences : public quorvane::testing::MemoryPreferences {
+public:
+    using MemoryPreferences::MemoryPreferences;
+    void setString(std::string_view key, std::string_view value) override {
+        if (writesLeft-- > 0) {
+            MemoryPreferences::setString(key, value);
+        }
+    }
+    void setInteger(std::string_view key, std::int64_t value) override {
+        if (writesLeft-- > 0) {
+            MemoryPreferences::setInteger(key, value);
+        }
+    }
+    int writesLeft = 0;
+};
+
+/// The phone, but for its preferences.
+class PlatformThatEnds : public platform::Platform {
+public:
+    explicit PlatformThatEnds(quorvane::testing::SimulatedPlatform& thePhone)
+        : phone(thePhone), store(thePhone.preferences().contents()) {}
+    platform::Clock& clock() override { return phone.clock(); }
+    platform::MainQueue& mainQueue() override { return phone.mainQueue(); }
+    platform::PreferencesStore& preferences() override { return store; }
+    platform::HTTPTransport& transport() override { return phone.transport(); }
+    platform::Digest& digest() override { return phone.digest(); }
+    platform::SecureRandom& random() override { return phone.random(); }
+    platform::FileManager& files() override { return phone.files(); }
+    platform::Application& application() override { return phone.application(); }
+    platform::Device& device() override { return phone.device(); }
+    platform::LocationManagerFactory& locationManagers() override { return phone.locationManagers(); }
+
+    quorvane::testing::SimulatedPlatform& phone;
+    EndingPreferences store;
+};
+
 using namespace std::chrono_literals;
 
 class TokenStorageTest : public APITest {
@@ -96,6 +133,24 @@ TEST_F(TokenStorageTest, StoredTokensAreMadeToOutlastALossOfPower) {
     signIn(tokenAnswer());
 
     EXPECT_EQ(preferences().synchronizeCount(), 1);
+}
+
+TEST_F(TokenStorageTest, AProcessThatEndsWhileTokensAreStoredLeavesNoneThatIsOfNoUse) {
+    for (int writes = 0; writes <= 4; ++writes) {
+        SCOPED_TRACE(writes);
+        storeTokens(-1);
+        transport().answer("POST", "/token", Answer::json(tokenAnswer("abc", "3600", "def")));
+        PlatformThatEnds ending(*phone);
+        ending.store.writesLeft = writes;
+        QVAuthService service(ending);
+        service.handleRefreshFlow("access-key", "old-refresh", api().auth, [](QVStatus, bool) {});
+        phone->runUntilIdle();
+
+        EXPECT_EQ(stored("quorvane_refresh_token"), writes == 0 ? "old-refresh" : "def");
+        const AuthState state = auth().accessInfo().state();
+        EXPECT_EQ(state, writes == 4 ? AuthState::AUTHENTICATED : AuthState::EXPIRED);
+        EXPECT_TRUE(state == AuthState::EXPIRED || stored("quorvane_access_token") == "Bearer abc");
+    }
 }
 
 TEST_F(TokenStorageTest, TokensOutlastALaunch) {
