@@ -63,6 +63,21 @@ QuorvaneAPI::Environment environmentOf(std::string_view prefix) {
     return prefix == "UVZGQUtF-" ? QuorvaneAPI::Environment::DEVELOPMENT : QuorvaneAPI::Environment::LOCAL;
 }
 
+bool isWhole(const AnyCodable::Dictionary& dictionary);
+
+/// Whether it is a JSON value with nothing but JSON values in it.
+bool isWhole(const AnyCodable& value) {
+    if (const auto* list = std::get_if<AnyCodable::List>(&value.value)) {
+        return std::all_of(list->begin(), list->end(), [](const AnyCodable& element) { return isWhole(element); });
+    }
+    const auto* dictionary = std::get_if<AnyCodable::Dictionary>(&value.value);
+    return dictionary != nullptr ? isWhole(*dictionary) : value.hasValue();
+}
+
+bool isWhole(const AnyCodable::Dictionary& dictionary) {
+    return std::all_of(dictionary.begin(), dictionary.end(), [](const auto& entry) { return isWhole(entry.second); });
+}
+
 template <class... Services>
 void delegateTo(const std::weak_ptr<QuorvaneDelegate>& delegate) {
     ((Services::shared().delegate = delegate), ...);
@@ -153,10 +168,7 @@ std::optional<AnyCodable::Dictionary> Quorvane::getMetadata() {
     if (isConfigured()) {
         stored = preferences().dictionary(preference::userMetadata);
     }
-    if (stored && !std::ranges::all_of(*stored, [](const auto& entry) { return entry.second.hasValue(); })) {
-        return std::nullopt;
-    }
-    return stored;
+    return stored && isWhole(*stored) ? stored : std::nullopt;
 }
 
 void Quorvane::setAdIdEnabled(bool enabled) {

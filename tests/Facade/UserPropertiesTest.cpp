@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "Core/QVSettings.h"
 #include "Facade/Quorvane.h"
 #include "support/Calls.h"
@@ -111,6 +113,18 @@ TEST_F(UserPropertiesTest, MetadataWithAValueThatIsNoJSONValueReadAsNone) {
     preferences().setDictionary("quorvane_user_metadata", {{"age", 30}, {"nothing", AnyCodable()}});
 
     EXPECT_EQ(Quorvane::getMetadata(), std::nullopt);
+}
+
+TEST_F(UserPropertiesTest, MetadataWithAValueDeepInsideThatIsNoJSONValueReadAsNone) {
+    configure();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const AnyCodable& value :
+         {AnyCodable(AnyCodable::List{1, nan}), AnyCodable(AnyCodable::Dictionary{{"nan", nan}}),
+          AnyCodable(AnyCodable::List{AnyCodable::Dictionary{{"list", AnyCodable::List{AnyCodable()}}}})}) {
+        Quorvane::setMetadata({{"age", 30}, {"more", value}});
+
+        EXPECT_EQ(Quorvane::getMetadata(), std::nullopt);
+    }
 }
 
 TEST_F(UserPropertiesTest, MetadataStoredAsSomethingElseReadAsNone) {
