@@ -1,5 +1,6 @@
 #include "Facade/QVTasks.h"
 
+#include "Core/Configured.h"
 #include "Platform/Precondition.h"
 
 namespace quorvane {
@@ -29,7 +30,8 @@ std::vector<std::string> QVTasks::getRequirements(const std::shared_ptr<QVTask>&
 }
 
 std::shared_ptr<QVQuestion> QVTasks::nextQuestion(const std::shared_ptr<QVTask>& task, const std::string& key) {
-    return QVTaskService::shared().nextQuestion(given(task), key);
+    const QVTask& asked = given(task);
+    return isConfigured() ? QVTaskService::shared().nextQuestion(asked, key) : nullptr;
 }
 
 } // namespace quorvane

@@ -33,7 +33,7 @@ public:
     /// What the task asks of the user, in sentences.
     [[nodiscard]] static std::vector<std::string> getRequirements(const std::shared_ptr<QVTask>& task);
 
-    /// The question whose parent has the key @p key.
+    /// The question whose parent has the key @p key; none when no key is configured.
     [[nodiscard]] static std::shared_ptr<QVQuestion> nextQuestion(const std::shared_ptr<QVTask>& task,
                                                                   const std::string& key);
 };

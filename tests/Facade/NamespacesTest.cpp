@@ -19,6 +19,14 @@ protected:
         check(QVStatus::ERROR_UNIMPLEMENTED);
         EXPECT_TRUE(transport().requests().empty());
     }
+
+    /// A task of one question, whose parent is @p parent.
+    static std::shared_ptr<QVTask> taskWithAQuestionAfter(const std::string& parent) {
+        auto task = std::make_shared<QVTask>();
+        task->questions = {std::make_shared<QVQuestion>()};
+        task->questions[0]->parentKey = parent;
+        return task;
+    }
 };
 
 TEST_F(NamespacesTest, UsersAnswerBeforeTheyReturn) {
@@ -41,7 +49,7 @@ TEST_F(NamespacesTest, UsersAnswerBeforeTheyReturn) {
 }
 
 TEST_F(NamespacesTest, TasksAreRefusedBeforeTheyReturnWithoutAKey) {
-    const auto task = std::make_shared<QVTask>();
+    const auto task = taskWithAQuestionAfter("q1");
     const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
     Quorvane::Tasks::claim(task, claimed.record());
     EXPECT_EQ(claimed.first<0>(), QVStatus::ERROR_PUBLISHABLE_KEY);
@@ -59,7 +67,7 @@ TEST_F(NamespacesTest, TasksAreRefusedBeforeTheyReturnWithoutAKey) {
 
 TEST_F(NamespacesTest, TasksForwardToTheTaskService) {
     store("quorvane_access_key", "");
-    const auto task = std::make_shared<QVTask>();
+    const auto task = taskWithAQuestionAfter("q1");
     task->taskRequirements = {"Bring receipt"};
 
     const Calls<QVStatus, std::shared_ptr<QVTask>> claimed;
@@ -71,7 +79,9 @@ TEST_F(NamespacesTest, TasksForwardToTheTaskService) {
     EXPECT_EQ(saved.first<0>(), QVStatus::ERROR_BAD_REQUEST);
     EXPECT_EQ(saved.first<2>(), QVTaskResponse::SubmitError::MISSING_TASK_KEY());
 
-    EXPECT_EQ(Quorvane::Tasks::getRequirements(task), std::vector<std::string>{"Bring receipt"});
+    EXPECT_EQ(Quorvane::Tasks::getRequirements(task),
+              (std::vector<std::string>{"I will have to answer 1 question(s).", "Bring receipt"}));
+    EXPECT_EQ(Quorvane::Tasks::nextQuestion(task, "q1"), task->questions.at(0));
     EXPECT_TRUE(transport().requests().empty());
 }
 

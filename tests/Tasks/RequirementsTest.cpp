@@ -83,6 +83,9 @@ TEST_F(RequirementsTest, TheNextQuestionIsTheFirstWhoseParentHasTheKey) {
     EXPECT_EQ(service.nextQuestion(task, "q9"), nullptr);
     EXPECT_EQ(service.nextQuestion(task, "child of q1"), nullptr);
     EXPECT_EQ(service.nextQuestion(QVTask(), "q2"), nullptr);
+    EXPECT_EQ(service.nextQuestion(task, ""), nullptr) << "a question without a parent follows none";
+    preferences().remove("quorvane_access_key");
+    EXPECT_EQ(service.nextQuestion(task, "q2"), task.questions[1]) << "the service needs no key";
 }
 
 } // namespace

@@ -37,7 +37,8 @@ AnyCodable::Dictionary showQuestions(const TaskOptions& options, const GlobalOpt
 AnyCodable::Dictionary showNext(const TaskOptions& options, const GlobalOptions& global, Terminal& terminal) {
     const std::shared_ptr<QVTask> task = options.task();
     const std::shared_ptr<QVQuestion> question = options.questionOf(*task);
-    const Session session(global, terminal);
+    Session session(global, terminal);
+    session.configure();
     const std::shared_ptr<QVQuestion> next = Quorvane::Tasks::nextQuestion(task, options.question);
     if (!next) {
         terminal.line("no question has " + printable(options.question) + " as its parent");
