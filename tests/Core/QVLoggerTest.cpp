@@ -113,6 +113,24 @@ TEST_F(QVLoggerTest, TheDelegateGetsTheLineThatIsPrinted) {
     EXPECT_EQ(delegate->logLines(), printed());
 }
 
+TEST_F(QVLoggerTest, ALineIsPrintedBeforeTheDelegateGetsIt) {
+    struct Counting : quorvane::testing::RecordingDelegate {
+        explicit Counting(quorvane::testing::SimulatedApplication& theApplication) : application(theApplication) {}
+        void onLog(const std::string&) override { printed.push_back(application.outputLines().size()); }
+        quorvane::testing::SimulatedApplication& application;
+        std::vector<std::size_t> printed;
+    };
+    const auto delegate = std::make_shared<Counting>(phone->application());
+    QVLogger::shared().delegate = delegate;
+    setLogLevel(QVLogLevel::INFO);
+
+    log(QVLogLevel::INFO, "one");
+    log(QVLogLevel::INFO, "two");
+    phone->runUntilIdle();
+
+    EXPECT_THAT(delegate->printed, ElementsAre(1U, 2U));
+}
+
 TEST_F(QVLoggerTest, ALineIsPrintedWhenTheDelegateIsGone) {
     auto delegate = std::make_shared<quorvane::testing::RecordingDelegate>();
     QVLogger::shared().delegate = delegate;

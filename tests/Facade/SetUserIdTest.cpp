@@ -48,6 +48,21 @@ TEST_F(SetUserIdTest, ValidTokensNeedNoRequest) {
     EXPECT_THAT(requestLines(), IsEmpty());
 }
 
+TEST_F(SetUserIdTest, TheOutcomeIsLoggedAsInformation) {
+    answerAuthorize();
+    transport().answerOnce("POST", "/token", Answer::with(500));
+    transport().answer("POST", "/token", Answer::json(tokenAnswer()));
+    setLogLevel(QVLogLevel::WARNING);
+    Quorvane::setUserId("rider");
+    EXPECT_THAT(messages(), IsEmpty());
+
+    transport().answerOnce("POST", "/token", Answer::with(500));
+    auth().logout();
+    setLogLevel(QVLogLevel::INFO);
+    Quorvane::setUserId("rider");
+    EXPECT_THAT(messages(), ElementsAre("QuorvaneSDK -> unauthenticated", "QuorvaneSDK -> authenticated"));
+}
+
 TEST_F(SetUserIdTest, ASignInThatFailsIsTriedAgainAtOnce) {
     answerAuthorize();
     transport().answerOnce("POST", "/token", Answer::with(500));
