@@ -15,7 +15,9 @@ namespace quorvane {
 ///
 /// Every callback runs before the operation returns: `ERROR_PUBLISHABLE_KEY` without a key; `ERROR_UNIMPLEMENTED` for
 /// places at the service, which this version does not provide; `ERROR_UNKNOWN` when a place could not be stored. A list
-/// is present with `SUCCESS` only. Searches for places find what is stored here, in this run of the application.
+/// is present with `SUCCESS` only. Searches for places find what is stored here, in this run of the application. Each
+/// place that goes from memory, beyond 100, after twelve hours or when the system runs short, leaves one search
+/// unanswered.
 class QVPlaces {
 public:
     using PlaceList = std::vector<std::shared_ptr<QVPlace>>;

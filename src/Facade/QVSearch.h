@@ -17,9 +17,11 @@ namespace quorvane {
 
 /// `Quorvane::Search`: finds tasks and places. Main thread only.
 ///
-/// Every operation answers exactly once: `ERROR_PUBLISHABLE_KEY` before it returns when no key is configured, the
-/// answer of the service on the main queue otherwise. A list is present with `SUCCESS` only. The variants without a
-/// location ask the device for one first and hand on its status when there is none. Radii are metres.
+/// Every operation answers once: `ERROR_PUBLISHABLE_KEY` before it returns when no key is configured, the answer of the
+/// service on the main queue otherwise. There are two exceptions: `geofences` and `autocomplete` send nothing, and
+/// `places` does not answer when the store of the host's own places cannot be read. A list is present with `SUCCESS`
+/// only. The variants without a location ask the device for one first and hand on its status when there is none. Radii
+/// are metres.
 class QVSearch {
 public:
     using TasksCallback = QVSearchService::NearTasksCompletion;

@@ -39,7 +39,9 @@ public:
     void create(const PlaceList& places, QVStorageType storage, const Completion& completion);
 
     /// The stored places within @p radius metres of @p near, the radius included, in the store's order. When the store
-    /// cannot be read, which after an entry has expired it cannot, that is logged and @p completion is never called.
+    /// cannot be read, that is logged and @p completion is never called: so it is once for each place that has gone
+    /// from memory, as the one used least recently of more than 100, twelve hours after it was stored, or with all of
+    /// them when the system ran short of memory.
     void all(const platform::Location& near, int radius, const Completion& completion);
 
 private:

@@ -49,7 +49,8 @@ public:
     /// Places within @p radius metres of @p near, the service's and the host's own (`QVPlaceService`), nearest first
     /// (see `sortByDistance`). @p near is handed back unchanged. The other arguments have no effect in this version.
     ///
-    /// When the service answered with places and the store of the host's own cannot be read, this never answers.
+    /// When the service answered with places and the store of the host's own cannot be read, this never answers: so one
+    /// search does for each of those places that has gone from memory (see `QVPlaceService::all`).
     void places(const platform::Location& near, int radius, const std::optional<StringList>& chains,
                 const std::optional<StringList>& categories, const std::optional<StringList>& groups, int limit,
                 NearPlacesCompletion completion);

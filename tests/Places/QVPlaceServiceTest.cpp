@@ -220,6 +220,18 @@ TEST_F(QVPlaceServiceTest, AllAfterTheHundredAndFirstPlaceFailsOnceAndThenListsW
     EXPECT_EQ(identifiersNear(1000).size(), 100U);
 }
 
+TEST_F(QVPlaceServiceTest, EachPlaceThatHasGoneFromMemoryLeavesOneListingUnanswered) {
+    for (int i = 0; i < 103; ++i) {
+        EXPECT_EQ(create({placeAt(std::to_string(i), 0)}).first<0>(), QVStatus::SUCCESS);
+    }
+
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(near(1000).count(), 0U) << i;
+    }
+
+    EXPECT_EQ(identifiersNear(1000).size(), 100U);
+}
+
 TEST_F(QVPlaceServiceTest, APlaceWithAnEmptyIdentifierIsStoredUnderIt) {
     EXPECT_EQ(create({placeAt("", 0)}).first<0>(), QVStatus::SUCCESS);
 
