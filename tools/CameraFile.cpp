@@ -16,6 +16,12 @@ std::shared_ptr<capture::FileCameras> camerasOf(const std::string& file, const c
     return std::get<std::shared_ptr<capture::FileCameras>>(std::move(opened));
 }
 
+void setErrorsAside(std::optional<ErrorsAside>& aside, const capture::FileCameras* file, const GlobalOptions& global) {
+    if (file != nullptr && file->isVideo() && !global.logLevel) {
+        aside.emplace();
+    }
+}
+
 std::string problemOf(const capture::FileCameras* file) {
     return file != nullptr && !file->problem().empty() ? printable(file->problem())
                                                        : "there is no camera that can be used";

@@ -1,7 +1,9 @@
 #include "tools/ScreenRun.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <utility>
@@ -47,6 +49,18 @@ void requireDisplay() {
     throw Failure("there is no display to show a window on");
 }
 
+/// Whoever wants the application to quit wants the program to end.
+class Quitting final : public QObject {
+public:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() != QEvent::Quit) {
+            return false;
+        }
+        std::raise(SIGTERM);
+        return true;
+    }
+};
+
 } // namespace
 
 class ScreenRun::Application {
@@ -67,6 +81,9 @@ public:
         }
         gui.emplace(count, arguments);
         QGuiApplication::setApplicationName("quorvane");
+        // What the user closes is a screen: the command ends itself.
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        gui->installEventFilter(&quitting);
     }
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
@@ -82,6 +99,7 @@ private:
     char name[9] = "quorvane";
     char* arguments[2] = {name, nullptr};
     int count = 1;
+    Quitting quitting;
     std::optional<QGuiApplication> gui;
 };
 

@@ -26,6 +26,23 @@ protected:
         return kept(image, "code.png");
     }
 
+    /// The same as a drawing, with a text below it.
+    [[nodiscard]] std::string drawingOf(const std::string& text) const {
+        const ZXing::BitMatrix bits = ZXing::MultiFormatWriter(ZXing::BarcodeFormat::QRCode).encode(text, 0, 0);
+        std::string drawing = R"(<svg xmlns="http://www.w3.org/2000/svg" width="400" height="400" viewBox="0 0 50 50">)"
+                              R"(<rect width="50" height="50" fill="white"/><text x="5" y="48" font-size="3">a)"
+                              "</text>";
+        for (int y = 0; y < bits.height(); ++y) {
+            for (int x = 0; x < bits.width(); ++x) {
+                if (bits.get(x, y)) {
+                    drawing += "<rect x='" + std::to_string(x + 5) + "' y='" + std::to_string(y + 5) +
+                               "' width='1' height='1'/>";
+                }
+            }
+        }
+        return makeFile("code.svg", drawing + "</svg>");
+    }
+
     [[nodiscard]] std::string emptyPicture() const {
         QImage image(400, 300, QImage::Format_RGB32);
         image.fill(Qt::white);
@@ -66,6 +83,13 @@ TEST_F(ScanTest, PrintsACodeAsItIs) {
 TEST_F(ScanTest, ReadsTheTypesThatABareViewDoesNot) {
     EXPECT_EQ(run({"scan", pictureOf("SHELF-12", ZXing::BarcodeFormat::Code128)}).output, "SHELF-12\n");
     EXPECT_EQ(run({"scan", pictureOf("SHELF-12", ZXing::BarcodeFormat::Aztec)}).output, "SHELF-12\n");
+}
+
+TEST_F(ScanTest, ReadsADrawingThatHoldsText) {
+    const Ended ended = run({"scan", drawingOf("in a drawing")});
+    EXPECT_EQ(ended.output, "in a drawing\n");
+    EXPECT_EQ(ended.errors, "");
+    EXPECT_EQ(ended.exitStatus, 0);
 }
 
 TEST_F(ScanTest, ReadsAVideo) {

@@ -73,6 +73,16 @@ TEST_F(TaskAnswerTest, ATaskIsAnsweredByHandUpToItsReward) {
     EXPECT_NE(searched("--log-level=none").find("completed  A hot drink (earned)"), std::string::npos);
 }
 
+TEST_F(TaskAnswerTest, ADrawingIsNoPhoto) {
+    const std::string drawing = makeFile(
+        "photo.png", R"(<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"><text y="8">a</text></svg>)");
+
+    const Ended ended = answer(claimed(), "q11", {"--photo", drawing});
+
+    EXPECT_EQ(ended.exitStatus, 1) << ended.errors;
+    EXPECT_TRUE(!knowsPictures() || ended.errors.find("this is a drawing") != std::string::npos) << ended.errors;
+}
+
 TEST_F(TaskAnswerTest, TheSameAnswerAgainIsTheSameResponse) {
     const std::string file = claimed();
     const Ended once = answer(file, "q1", {"--answers", "task-00000-q1-a1", "--json"});

@@ -8,7 +8,6 @@
 #include "Platform/MainQueue.h"
 #include "Platform/Platform.h"
 #include "tools/CameraFile.h"
-#include "tools/ErrorsAside.h"
 #include "tools/Failure.h"
 #include "tools/ScreenRun.h"
 #include "tools/commands/ScanRun.h"
@@ -42,13 +41,10 @@ private:
 } // namespace
 
 std::string scan(const ScanOptions& options, const GlobalOptions& global, Terminal& terminal) {
-    const auto file = options.file.empty() ? nullptr : camerasOf(options.file, {true, lookingTime});
-    // Who asks for a log gets all of it.
     std::optional<ErrorsAside> aside;
-    if (file && file->isVideo() && !global.logLevel) {
-        aside.emplace();
-    }
     ScreenRun run(global, terminal, options.hasWindow);
+    const auto file = options.file.empty() ? nullptr : camerasOf(options.file, {true, lookingTime});
+    setErrorsAside(aside, file.get(), global);
     run.see(file);
     const auto host = std::make_shared<Host>();
     const auto scanner = Quorvane::createBarcodeScanner();
