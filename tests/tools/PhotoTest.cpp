@@ -1,3 +1,4 @@
+#include <QProcess>
 #include <filesystem>
 #include <string>
 
@@ -54,6 +55,29 @@ TEST_F(PhotoTest, ANameThatEndsInPNGIsAPNGFile) {
     file.read(signature.data(), 4);
     EXPECT_EQ(signature, "\x89PNG");
     expectPhoto(output("photo.png"));
+}
+
+TEST_F(PhotoTest, TheEndingOfThePhotosNameCountsInCapitalsToo) {
+    const Ended ended = run({"photo", "--question", question(), "--camera", camera(), "--output", output("photo.PNG")});
+
+    EXPECT_EQ(ended.exitStatus, 0);
+    std::ifstream file(output("photo.PNG"), std::ios::binary);
+    std::string signature(4, '\0');
+    file.read(signature.data(), 4);
+    EXPECT_EQ(signature, "\x89PNG");
+}
+
+TEST_F(PhotoTest, TheDecoderOfAVideoSaysNothing) {
+    const std::string video = (scratch / "seen.mp4").string();
+    ASSERT_EQ(QProcess::execute("ffmpeg", {"-loglevel", "error", "-f", "lavfi", "-i", "color=red:size=320x200:rate=25",
+                                           "-t", "0.2", QString::fromStdString(video)}),
+              0);
+
+    const Ended ended = run({"photo", "--question", question(), "--camera", video, "--output", output()});
+
+    EXPECT_EQ(ended.errors, "");
+    EXPECT_EQ(ended.exitStatus, 0);
+    expectPhoto(output());
 }
 
 TEST_F(PhotoTest, TheDocumentTellsTheFileAndItsSize) {

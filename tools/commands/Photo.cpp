@@ -1,10 +1,9 @@
 #include "tools/commands/Photo.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <cctype>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -12,6 +11,7 @@
 #include "tools/Arguments.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
+#include "tools/OutputFile.h"
 #include "tools/Terminal.h"
 #include "tools/commands/PhotoRun.h"
 
@@ -51,20 +51,22 @@ QVQuestion questionOf(const PhotoOptions& options) {
     return *questions.front();
 }
 
+/// The ending of a name counts in capitals, too.
+bool isPNG(const std::string& path) {
+    constexpr std::string_view ending = ".png";
+    const auto isSame = [](unsigned char letter, char lower) { return std::tolower(letter) == lower; };
+    return path.size() >= ending.size() && std::equal(path.end() - ending.size(), path.end(), ending.begin(), isSame);
+}
+
 void writeFile(const std::string& path, const std::string& content) {
-    errno = 0;
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(content.data(), static_cast<std::streamsize>(content.size()));
-    file.close();
-    if (!file) {
-        throw Failure(nameOfFile(path) + ": " + (errno == 0 ? "cannot be written" : std::strerror(errno)));
-    }
+    OutputFile file(path);
+    file.write(content);
+    file.finish();
 }
 
 AnyCodable::Dictionary photo(const PhotoOptions& options, const GlobalOptions& global, Terminal& terminal) {
     const auto picture = takePhoto(questionOf(options), options, global, terminal);
-    const std::optional<std::string> file =
-        options.output.ends_with(".png") ? picture->png() : picture->jpeg(photoQuality);
+    const std::optional<std::string> file = isPNG(options.output) ? picture->png() : picture->jpeg(photoQuality);
     if (!file) {
         throw Failure("the photo cannot be encoded");
     }
