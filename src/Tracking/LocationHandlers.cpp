@@ -3,18 +3,13 @@
 #include <chrono>
 #include <utility>
 
-#include "Platform/SerialQueue.h"
 #include "Tracking/Descriptions.h"
+#include "Tracking/OwnQueue.h"
 
 namespace quorvane {
 namespace {
 
 constexpr std::chrono::seconds longestWait{20};
-
-template <class Work>
-void onOwnQueue(Work work) {
-    platform::SerialQueue(std::string(QVLocationManager::QUEUE_LABEL)).sync(work);
-}
 
 } // namespace
 
@@ -23,7 +18,7 @@ LocationHandlers::LocationHandlers(platform::MainQueue& theQueue, const Tracking
     : queue(theQueue), state(theState), log(theLog), observation(theObservation) {}
 
 void LocationHandlers::add(const Completion& completion) {
-    onOwnQueue([&] { handlers.push_back({completion}); });
+    onQueue(QVLocationManager::QUEUE_LABEL, [&] { handlers.push_back({completion}); });
     handlers.back().timeout =
         queue.postAfter(longestWait, lifetime.guard([this] { answer(QVStatus::ERROR_LOCATION, std::nullopt, true); }));
 }
@@ -42,7 +37,7 @@ void LocationHandlers::answer(QVStatus status, const std::optional<platform::Loc
         return;
     }
     std::vector<Handler> taken;
-    onOwnQueue([&] { taken.swap(handlers); });
+    onQueue(QVLocationManager::QUEUE_LABEL, [&] { taken.swap(handlers); });
     observation.tell([&] { return observed::Answer{status, taken.size(), timedOut}; });
     for (const Handler& handler : taken) {
         queue.cancel(handler.timeout);
@@ -56,7 +51,7 @@ void LocationHandlers::cancelTimeouts() {
     if (handlers.empty()) {
         return;
     }
-    onOwnQueue([this] {
+    onQueue(QVLocationManager::QUEUE_LABEL, [this] {
         for (Handler& handler : handlers) {
             queue.cancel(std::exchange(handler.timeout, 0));
         }

@@ -8,7 +8,7 @@
 #include "Core/QVLogger.h"
 #include "JSON/NumberText.h"
 #include "Platform/MainQueue.h"
-#include "Platform/SerialQueue.h"
+#include "Tracking/OwnQueue.h"
 #include "Tracking/TrackingObserver.h"
 
 namespace quorvane {
@@ -22,11 +22,6 @@ constexpr double longestGrant = 170;
 /// What of the time that is left stays unused.
 constexpr double reserve = 10;
 constexpr double shortestGrant = 10;
-
-template <class Work>
-void onOwnQueue(Work work) {
-    platform::SerialQueue(std::string(QVBackgroundTaskManager::QUEUE_LABEL)).sync(work);
-}
 
 } // namespace
 
@@ -62,7 +57,7 @@ void QVBackgroundTaskManager::startBackgroundTask() {
     *name = task;
     const auto time = std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::duration<double>(duration));
     platform.mainQueue().postAfter(time, lifetime.guard([this, task] { endBackgroundTask(task); }));
-    onOwnQueue([&] {
+    onQueue(QUEUE_LABEL, [&] {
         tasks.push_back(task);
         logger.log(QVLogLevel::WARNING, "Started background task | tid = " + std::to_string(task));
     });
@@ -77,7 +72,7 @@ void QVBackgroundTaskManager::expire(Identifier task) {
 }
 
 void QVBackgroundTaskManager::endBackgroundTask(Identifier task) {
-    onOwnQueue([&] {
+    onQueue(QUEUE_LABEL, [&] {
         logger.log(QVLogLevel::WARNING, "Ending background task | tid = " + std::to_string(task));
         platform.application().endBackgroundTask(task);
         if (const auto found = std::find(tasks.begin(), tasks.end(), task); found != tasks.end()) {
@@ -88,7 +83,7 @@ void QVBackgroundTaskManager::endBackgroundTask(Identifier task) {
 }
 
 void QVBackgroundTaskManager::endBackgroundTasks() {
-    onOwnQueue([&] {
+    onQueue(QUEUE_LABEL, [&] {
         logger.log(QVLogLevel::WARNING, "Ending background tasks | count = " + std::to_string(tasks.size()));
         for (const Identifier task : tasks) {
             platform.application().endBackgroundTask(task);
