@@ -78,27 +78,19 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     }
     Parts& p = *parts;
     observed::Fix record{*location, source};
+    if (!QVUtils::isValidLocation(location)) {
+        p.dropInvalid(record);
+        return;
+    }
     const auto tell = [&](Outcome outcome) {
         record.outcome = outcome;
         p.observation.tell([&] { return record; });
     };
 
-    if (!QVUtils::isValidLocation(location)) {
-        p.log.verbose([&] {
-            return "Invalid location | source = " + std::string(nameOf(source)) +
-                   "; location = " + descriptionOf(location);
-        });
-        record.stoppedBefore = record.stoppedAfter = p.state.isStopped();
-        tell(Outcome::invalid);
-        p.handlers.call(QVStatus::ERROR_LOCATION, std::nullopt);
-        return;
-    }
-
     const auto options = p.options.current();
     const std::optional<bool> storedStopped = p.state.stopped();
-    const bool wasStopped = storedStopped.value_or(false);
-    record.stoppedBefore = record.stoppedAfter = wasStopped;
-    if (isInaccurate(*options, *location, source, wasStopped)) {
+    record.stoppedBefore = record.stoppedAfter = storedStopped.value_or(false);
+    if (isInaccurate(*options, *location, source, record.stoppedBefore)) {
         p.log.verbose(
             [&] { return "Skipping location: inaccurate | accuracy = " + json::textOf(location->horizontalAccuracy); });
         tell(Outcome::inaccurate);
@@ -107,37 +99,27 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
     }
 
     p.handlers.cancelTimeouts();
-    const StopDecision stop = p.decideStop(*options, *location, source);
-    record.stop = stop;
-    if (stop.isOld) {
+    record.stop = p.decideStop(*options, *location, source);
+    if (record.stop->isOld) {
         tell(Outcome::old);
         return;
     }
 
-    if (storedStopped != stop.stopped) {
-        p.state.setStopped(stop.stopped);
+    record.stoppedAfter = record.stop->stopped;
+    if (storedStopped != record.stoppedAfter) {
+        p.state.setStopped(record.stoppedAfter);
     }
-    record.stoppedAfter = stop.stopped;
     if (const auto receiver = delegate.lock()) {
-        receiver->onClientLocationUpdated(*location, stop.stopped, source);
+        receiver->onClientLocationUpdated(*location, record.stoppedAfter, source);
     }
     if (source != Source::MANUAL_LOCATION) {
         updateTracking(location);
     }
-    const bool justStopped = stop.stopped && !wasStopped;
     p.handlers.call(QVStatus::SUCCESS, location);
 
+    const bool justStopped = record.stoppedAfter && !record.stoppedBefore;
     const std::optional<platform::Location> failed = justStopped ? std::nullopt : p.takeFailedStop(*options);
-    SyncInput input;
-    input.source = source;
-    input.stopped = stop.stopped || failed;
-    input.wasStopped = wasStopped;
-    input.justStopped = justStopped;
-    input.replayed = failed.has_value();
-    input.hasHandlers = !p.handlers.isEmpty();
-    input.distance = stop.distance;
-    input.canExit = options->sync == QuorvaneTrackingOptions::Sync::STOPS_AND_EXITS && p.state.canExit();
-    input.lastSentAt = p.state.lastSentAt();
+    const SyncInput input = p.syncInput(*options, record, failed);
     // Asked anew: delegate and callers may have taken their time.
     const platform::Date now = p.platform.clock().now();
     const SyncDecision sync = decideSync(*options, input, now);
@@ -150,24 +132,53 @@ void QVLocationManager::handleLocation(const std::optional<platform::Location>& 
 
     p.state.setLastSentAt(now);
     // Whoever asked for the location sends it.
-    if (source == Source::FOREGROUND_LOCATION) {
-        return;
+    if (source != Source::FOREGROUND_LOCATION) {
+        p.sendNowOrSoon(*this, failed.value_or(*location), input, sync.lastSyncInterval);
     }
-    const platform::Location toSend = failed.value_or(*location);
-    if (sync.lastSyncInterval >= shortestSendInterval) {
-        sendLocation(toSend, input.stopped, source, input.replayed);
-        return;
-    }
-    p.log.verbose("Scheduling location send");
-    p.scheduled = true;
-    p.observation.tell([&] {
-        return observed::Send{observed::Send::Change::scheduled, toSend, input.stopped, source, input.replayed};
+}
+
+void QVLocationManager::Parts::dropInvalid(observed::Fix fix) {
+    log.verbose([&] {
+        return "Invalid location | source = " + std::string(nameOf(fix.source)) +
+               "; location = " + descriptionOf(std::optional(fix.location));
     });
-    p.platform.mainQueue().postAfter(
-        sendDelay, p.lifetime.guard([this, toSend, stopped = input.stopped, source, replayed = input.replayed] {
-            sendLocation(toSend, stopped, source, replayed);
-            parts->scheduled = false;
-        }));
+    fix.stoppedBefore = fix.stoppedAfter = state.isStopped();
+    fix.outcome = Outcome::invalid;
+    observation.tell([&] { return fix; });
+    handlers.call(QVStatus::ERROR_LOCATION, std::nullopt);
+}
+
+SyncInput QVLocationManager::Parts::syncInput(const QuorvaneTrackingOptions& current, const observed::Fix& fix,
+                                              const std::optional<platform::Location>& failed) const {
+    SyncInput input;
+    input.source = fix.source;
+    input.stopped = fix.stoppedAfter || failed;
+    input.wasStopped = fix.stoppedBefore;
+    input.justStopped = fix.stoppedAfter && !fix.stoppedBefore;
+    input.replayed = failed.has_value();
+    input.hasHandlers = !handlers.isEmpty();
+    input.distance = fix.stop->distance;
+    input.canExit = current.sync == QuorvaneTrackingOptions::Sync::STOPS_AND_EXITS && state.canExit();
+    input.lastSentAt = state.lastSentAt();
+    return input;
+}
+
+void QVLocationManager::Parts::sendNowOrSoon(QVLocationManager& manager, const platform::Location& location,
+                                             const SyncInput& input, double lastSyncInterval) {
+    if (lastSyncInterval >= shortestSendInterval) {
+        manager.sendLocation(location, input.stopped, input.source, input.replayed);
+        return;
+    }
+    log.verbose("Scheduling location send");
+    scheduled = true;
+    observation.tell([&] {
+        return observed::Send{observed::Send::Change::scheduled, location, input.stopped, input.source, input.replayed};
+    });
+    platform.mainQueue().postAfter(sendDelay, lifetime.guard([this, &manager, location, stopped = input.stopped,
+                                                              source = input.source, replayed = input.replayed] {
+        manager.sendLocation(location, stopped, source, replayed);
+        scheduled = false;
+    }));
 }
 
 StopDecision QVLocationManager::Parts::decideStop(const QuorvaneTrackingOptions& current, const platform::Location& fix,

@@ -13,6 +13,7 @@
 #include "Tracking/LocationUpdates.h"
 #include "Tracking/OwnGeofences.h"
 #include "Tracking/QVLocationManager.h"
+#include "Tracking/SyncDecision.h"
 #include "Tracking/TrackingLog.h"
 #include "Tracking/TrackingObserver.h"
 #include "Tracking/TrackingState.h"
@@ -26,6 +27,14 @@ struct QVLocationManager::Parts {
     /// Detects a stop, and remembers and logs what came of it.
     [[nodiscard]] StopDecision decideStop(const QuorvaneTrackingOptions& current, const platform::Location& fix,
                                           QVLocationSource source);
+    /// Says that @p fix is no location, and that those who wait for one get none.
+    void dropInvalid(observed::Fix fix);
+    /// What decides whether the location of a fix is sent, or that of @p failed, which is replayed in its place.
+    [[nodiscard]] SyncInput syncInput(const QuorvaneTrackingOptions& current, const observed::Fix& fix,
+                                      const std::optional<platform::Location>& failed) const;
+    /// Has @p manager send @p location, a little later where the one before it was sent only just now.
+    void sendNowOrSoon(QVLocationManager& manager, const platform::Location& location, const SyncInput& input,
+                       double lastSyncInterval);
     /// The stop that is to be replayed now, which is not remembered any more.
     [[nodiscard]] std::optional<platform::Location> takeFailedStop(const QuorvaneTrackingOptions& current);
     /// Whether tracking is on by now, the dates of the options applied.
