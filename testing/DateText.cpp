@@ -4,12 +4,10 @@
 #include <chrono>
 #include <cstdio>
 
+#include "testing/TrackText.h"
+
 namespace quorvane::testing {
 namespace {
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 /// Takes texts apart from their front. Once something is missing, everything that follows is.
 class Scanner {

@@ -9,6 +9,7 @@
 
 #include "testing/DateText.h"
 #include "testing/DecisionNames.h"
+#include "testing/TrackText.h"
 
 namespace quorvane::testing {
 namespace {
@@ -192,7 +193,8 @@ std::string lineOf(platform::Date time, const Words& words) {
     line.resize(std::max(line.size() + 1, timeWidth), ' ');
     line += words.subject;
     line.append(subjectWidth - words.subject.size(), ' ');
-    return line + words.sentence + '\n';
+    // Names and messages are other people's.
+    return line + printable(words.sentence) + '\n';
 }
 
 } // namespace

@@ -14,10 +14,6 @@ namespace {
 
 using namespace std::chrono;
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// The number of the two digits at @p index, which are there.
 int pair(std::string_view text, std::size_t index) {
     return (text[index] - '0') * 10 + (text[index + 1] - '0');

@@ -2,19 +2,17 @@
 
 #include <algorithm>
 
+#include "testing/TrackText.h"
+
 namespace quorvane::testing {
 namespace {
 
 int hexDigit(char c) {
-    if (c >= '0' && c <= '9') {
+    if (isDigit(c)) {
         return c - '0';
     }
-    const char lower = static_cast<char>(c | 0x20);
+    const char lower = lowered(c);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 std::string formDecoded(std::string text) {

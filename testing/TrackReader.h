@@ -44,10 +44,11 @@ enum class TrackFormat { gpx, nmea, geoJSON, csv };
 ///   without a checksum, or with a wrong one, is passed over, and so is everything that is no sentence.
 /// - GeoJSON: the positions of Point, MultiPoint, LineString and MultiLineString, alone, in a feature, in collections
 /// of
-///   features, or in several documents one after the other; other geometries are passed over. Of the properties, in
-///   upper or lower case, "time", "timestamp", "date" or "datetime" is the time of the first position; a list called
-///   like these or "times", "timestamps", "coordTimes", or "times" in "coordinateProperties", has the times of all of
-///   them, null where there is none; "accuracy" or "horizontalAccuracy" are metres.
+///   features, or in several documents one after the other; other geometries are passed over. A feature is read to its
+///   end before its first position is handed out. Of the properties, in upper or lower case, "time", "timestamp",
+///   "date" or "datetime" is the time of the first position; a list called like these or "times", "timestamps",
+///   "coordTimes", or "times" in "coordinateProperties", has the times of all of them, null where there is none;
+///   "accuracy" or "horizontalAccuracy" are metres.
 /// - CSV: lines "lat,lon[,time[,accuracy]]". A first line that does not begin with a number names the columns, in any
 ///   order and among others: "lat" or "latitude", "lon", "lng", "long" or "longitude", "time", "timestamp", "date" or
 ///   "datetime", "accuracy", "acc" or "horizontalAccuracy". A last column with accuracies may be left out of a line.

@@ -8,17 +8,25 @@
 #include <cstdint>
 #include <system_error>
 
+#include "JSON/UTF8.h"
 #include "testing/DateText.h"
 
 namespace quorvane::testing {
 namespace {
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-constexpr bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+/// The bytes of the mark of direction that begins here, which would turn round what a terminal shows: U+061C, U+200E,
+/// U+200F, U+202A to U+202E or U+2066 to U+2069. 0 for none.
+std::size_t directionMark(std::string_view text) {
+    if (text.starts_with("\xD8\x9C")) {
+        return 2;
+    }
+    if (!text.starts_with("\xE2\x80") && !text.starts_with("\xE2\x81")) {
+        return 0;
+    }
+    const auto last = static_cast<unsigned char>(text.size() > 2 ? text[2] : 0);
+    const bool isMark = text[1] == '\x81' ? last >= 0xA6U && last <= 0xA9U
+                                          : last == 0x8EU || last == 0x8FU || (last >= 0xAAU && last <= 0xAEU);
+    return isMark ? 3 : 0;
 }
 
 /// Nanoseconds of the @p digits behind a decimal point, that point being worth @p unit nanoseconds.
@@ -62,6 +70,30 @@ std::optional<platform::Date> readSeconds(std::string_view text) {
 
 } // namespace
 
+std::string printable(std::string_view text) {
+    const bool isUTF8 = json::isValidUTF8(text);
+    std::string shown;
+    shown.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        // The characters U+0080 to U+009F, which some terminals obey, are C2 80 to C2 9F.
+        const bool isSecondSet =
+            byte == 0xC2U && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
+        if (byte < 0x20U || byte == 0x7FU || (byte >= 0x80U && !isUTF8)) {
+            shown += '?';
+        } else if (isSecondSet) {
+            shown += '?';
+            ++i;
+        } else if (const std::size_t mark = directionMark(text.substr(i)); mark != 0) {
+            shown += '?';
+            i += mark - 1;
+        } else {
+            shown += text[i];
+        }
+    }
+    return shown;
+}
+
 std::string quoted(std::string_view text) {
     constexpr std::size_t longest = 40;
     std::string result = "\"";
@@ -83,8 +115,7 @@ std::string_view trimmed(std::string_view text) {
 
 std::string lowered(std::string_view text) {
     std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(result.begin(), result.end(), result.begin(), [](char c) { return lowered(c); });
     return result;
 }
 
@@ -99,6 +130,16 @@ std::optional<double> readDecimal(std::string_view text) {
         return std::nullopt;
     }
     return value;
+}
+
+std::optional<std::pair<double, double>> readPair(std::string_view text) {
+    const std::size_t comma = text.find(',');
+    if (comma == std::string_view::npos || text.find_first_of(" \t\r\n") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::optional<double> first = readDecimal(text.substr(0, comma));
+    const std::optional<double> second = readDecimal(text.substr(comma + 1));
+    return first && second ? std::optional(std::pair(*first, *second)) : std::nullopt;
 }
 
 std::optional<platform::Date> readMoment(std::string_view text) {

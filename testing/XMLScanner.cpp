@@ -11,10 +11,6 @@
 namespace quorvane::testing {
 namespace {
 
-constexpr bool isBlank(int c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
 constexpr bool endsName(int c) {
     return isBlank(c) || c == '/' || c == '>' || c == '=' || c == '<' || c == TrackInput::end;
 }

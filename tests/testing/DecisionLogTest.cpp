@@ -208,6 +208,21 @@ TEST_F(DecisionLogTest, ASyncIsWrittenWithItsPlaceAndItsEvents) {
     EXPECT_EQ(text(observed::Observation(sync)), "sync        ERROR_NETWORK");
 }
 
+TEST_F(DecisionLogTest, OtherPeoplesTextsStayOnOneLineAndMoveNoCursor) {
+    observed::Sync sync{here, true, QVLocationSource::VISIT_ARRIVAL};
+    sync.place = std::make_shared<QVPlace>();
+    sync.place->_id = "p\r1";
+    sync.place->name = "Caf\xC3\xA9\n2026-03-01T12:00:01Z      sync        \x1B[2J\xE2\x80\xAE!";
+    EXPECT_EQ(text(observed::Observation(sync)),
+              "sync        SUCCESS; 0 fences near, at Caf\xC3\xA9?2026-03-01T12:00:01Z"
+              "      sync        ?[2J?! (p?1)");
+    EXPECT_EQ(
+        text(observed::Observation(observed::Failure{{platform::LocationError::Kind::unknown, "No\nsignal\x7F"}})),
+        "failure     unknown: No?signal?");
+    EXPECT_EQ(text(phone::Event(phone::Response{3, "GET", "/find?q=\t\xC3", 503})),
+              "http        503 to GET /find?q=??");
+}
+
 TEST_F(DecisionLogTest, WhatHappensOnThePhoneIsWritten) {
     const phone::Event state = phone::StateChange{phone::AppState::suspended, phone::AppState::background};
     EXPECT_EQ(text(state), "app         suspended -> background");
