@@ -10,6 +10,7 @@
 #include "Tasks/AnswerCheck.h"
 #include "Tasks/ClaimRule.h"
 #include "Tasks/QVTaskService.h"
+#include "Tasks/TaskQuestions.h"
 #include "sandbox/Access.h"
 #include "sandbox/Photo.h"
 #include "sandbox/Secrets.h"

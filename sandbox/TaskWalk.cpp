@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "Tasks/TaskQuestions.h"
 #include "sandbox/Chance.h"
 
 namespace quorvane::sandbox {
@@ -51,12 +52,6 @@ std::uint64_t hashOf(std::string_view text) {
 }
 
 } // namespace
-
-std::shared_ptr<QVQuestion> questionOf(const QVTask& task, const std::string& key) {
-    const auto found =
-        std::ranges::find_if(task.questions, [&](const auto& question) { return question && question->key == key; });
-    return found == task.questions.end() ? nullptr : *found;
-}
 
 std::string nextQuestion(const QVTask& task, const QVQuestion& question, const std::vector<std::string>& picked,
                          const std::set<std::string>& answered) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,9 +9,6 @@
 #include "Tasks/QVTaskResponse.h"
 
 namespace quorvane::sandbox {
-
-/// The question of a task with this key; null when there is none.
-[[nodiscard]] std::shared_ptr<QVQuestion> questionOf(const QVTask& task, const std::string& key);
 
 /// The key of the question after @p question, empty at the end: where the first of the picked choices, in the order of
 /// the question, leads; else the first question whose parent it is; else the one behind it in the list. Never one that

@@ -8,6 +8,8 @@
 #include <set>
 #include <string_view>
 
+#include "Tasks/TaskQuestions.h"
+
 namespace quorvane {
 namespace {
 
@@ -129,25 +131,22 @@ Outcome checkText(const QVQuestion& question, const std::string& text) {
     return {};
 }
 
-/// How many choices were picked, with the text of an "other" choice; none where one is not a choice of the question.
-std::optional<std::int64_t> countPicks(const QVQuestion& question, const AnswerInput& input) {
-    const std::set<std::string> picked(input.picked.begin(), input.picked.end());
-    const bool areKnown = std::ranges::all_of(picked, [&](const std::string& key) {
+bool arePicksKnown(const QVQuestion& question, const AnswerInput& input) {
+    return std::ranges::all_of(input.picked, [&](const std::string& key) {
         return std::ranges::any_of(question.answers, [&](const auto& answer) { return answer && answer->key == key; });
     });
-    if (!areKnown) {
-        return std::nullopt;
-    }
+}
+
+/// How many choices were picked, with the text of an "other" choice.
+std::int64_t countPicks(const QVQuestion& question, const AnswerInput& input) {
+    const std::set<std::string> picked(input.picked.begin(), input.picked.end());
     const bool hasOther = question.hasOther.value_or(false) && !trimmed(input.text).empty();
     return static_cast<std::int64_t>(picked.size()) + (hasOther ? 1 : 0);
 }
 
 Outcome checkChoices(const QVQuestion& question, const AnswerInput& input, const Bounds& bounds, bool needsOne) {
-    const auto count = countPicks(question, input);
-    if (!count) {
-        return Error::INVALID_VALUE();
-    }
-    const bool isRight = bounds.hold(*count) && (*count > 0 || !needsOne);
+    const std::int64_t count = countPicks(question, input);
+    const bool isRight = bounds.hold(count) && (count > 0 || !needsOne);
     return isRight ? Outcome() : Error::INVALID_RANGE_ANSWER(bounds.low, bounds.high);
 }
 
@@ -184,11 +183,14 @@ std::optional<QVTaskSubmitError> checkAnswer(const QVTask& task, const QVQuestio
     if (!task.key) {
         return Error::MISSING_TASK_KEY();
     }
-    if (question.photoCaptureOptions && question.photoCaptureOptions->mustProvidePhoto && !input.hasPhoto) {
+    if (needsPhoto(question) && !input.hasPhoto) {
         return Error::MISSING_PHOTO();
     }
     if (question.isOptional.value_or(false) && input.picked.empty() && trimmed(input.text).empty()) {
         return std::nullopt;
+    }
+    if (!arePicksKnown(question, input)) {
+        return Error::INVALID_VALUE();
     }
     return checkByType(question, input);
 }

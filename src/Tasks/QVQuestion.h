@@ -17,7 +17,8 @@
 
 namespace quorvane {
 
-/// One question of a task. Its bounds are for the answer screens of the host: the library does not apply them.
+/// One question of a task. Its bounds are for the answer screens of the host: `checkAnswer` applies them, submitting
+/// does not.
 class QVQuestion {
 public:
     using QuestionType = QVQuestionType;

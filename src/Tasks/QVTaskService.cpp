@@ -11,15 +11,12 @@
 #include "Tasks/ImageText.h"
 #include "Tasks/Strings.h"
 #include "Tasks/TaskEndpoints.h"
+#include "Tasks/TaskQuestions.h"
 
 namespace quorvane {
 namespace {
 
 constexpr double photoQuality = 0.9;
-
-bool needsPhoto(const QVQuestion& question) {
-    return question.photoCaptureOptions && question.photoCaptureOptions->mustProvidePhoto;
-}
 
 /// Half the photo as a data URL; none when no picture comes out of it.
 std::optional<std::string> photoText(const platform::Image& image) {

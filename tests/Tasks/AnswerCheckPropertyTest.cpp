@@ -211,6 +211,28 @@ TEST_P(AnswerCheckProperty, APickIsRightExactlyWhenItsKeysExistAndAreAsManyAsAsk
     }
 }
 
+TEST_P(AnswerCheckProperty, AnAnswerThatIsRightWithoutPicksIsRightWithThoseThatExistAndNoOthers) {
+    auto answer = std::make_shared<QVAnswer>();
+    answer->key = "a";
+    question.answers.push_back(answer);
+    constexpr QVQuestionType types[] = {QVQuestionType::openEnded,   QVQuestionType::numericOpenEnded,
+                                        QVQuestionType::ratingScale, QVQuestionType::ratingScaleWithText,
+                                        QVQuestionType::date,        QVQuestionType::time,
+                                        QVQuestionType::barcodeScan};
+    for (int i = 0; i < 2000; ++i) {
+        question.type = types[pick(0, std::ssize(types) - 1)];
+        std::vector<std::string> picked(static_cast<std::size_t>(pick(0, 3)), "a");
+        const bool areKnown = pick(0, 1) == 0;
+        if (!areKnown) {
+            picked.insert(picked.begin() + pick(0, std::ssize(picked)), "x");
+        }
+
+        const auto error = checkAnswer(task, question, {picked, "4", false});
+
+        EXPECT_EQ(error, areKnown ? std::nullopt : std::optional(QVTaskSubmitError::INVALID_VALUE()));
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, AnswerCheckLimits, ::testing::Values(1U, 2U, 3U, 4U));
 INSTANTIATE_TEST_SUITE_P(Seeds, AnswerCheckProperty, ::testing::Values(1U, 2U, 3U, 4U));
 

@@ -210,6 +210,19 @@ TEST_F(AnswerCheck, ASingleAnswerIsExactlyOneOfTheChoices) {
     EXPECT_EQ(checkPicks({"c"}), Error::INVALID_VALUE());
 }
 
+TEST_F(AnswerCheck, APickIsAChoiceOfTheQuestionWhateverItsType) {
+    for (const auto& [type, text] : json::rawValues<Type>) {
+        ask(type);
+        EXPECT_EQ(check({{"ghost"}, "4", false}), Error::INVALID_VALUE()) << text;
+        EXPECT_EQ(checkPicks({"ghost"}), Error::INVALID_VALUE()) << text;
+    }
+    ask(Type::openEnded);
+    question.isOptional = true;
+    EXPECT_EQ(checkPicks({"ghost"}), Error::INVALID_VALUE());
+    offer({"ghost"});
+    EXPECT_EQ(check({{"ghost"}, "text", false}), std::nullopt);
+}
+
 TEST_F(AnswerCheck, AsManyChoicesArePickedAsTheQuestionAsksFor) {
     ask(Type::multipleAnswers);
     offer({"a", "b", "c", "d"});

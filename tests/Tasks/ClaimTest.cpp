@@ -52,6 +52,54 @@ TEST_F(ClaimTest, AClaimWithinTheDistanceIsSentWithTheTaskAndAnsweredWithTheServ
     EXPECT_THAT(transport().requests()[0].query, IsEmpty());
 }
 
+TEST_F(ClaimTest, TheBodyIsTheWholeTaskAndNotACharacterMore) {
+    standAway(0);
+    task.claimDistanceOverride = 1.0;
+    task.owners = std::make_shared<QVOwners>();
+    task.owners->campaign = "campaign-1";
+    task.questions.push_back(std::make_shared<QVQuestion>());
+    task.questions[0]->key = "question-1";
+    task.questions[0]->type = QVQuestionType::date;
+
+    claim();
+    phone->runUntilIdle();
+
+    EXPECT_EQ(transport().requests().at(0).request.body, R"({
+  "associatesOnly": false,
+  "claimDistanceOverride": 1.0,
+  "distance": 0.0,
+  "key": "task-1",
+  "location": {
+    "confidence": 0,
+    "latitude": 46.0,
+    "longitude": 14.5
+  },
+  "locationKey": "",
+  "owners": {
+    "campaign": "campaign-1"
+  },
+  "questions": [
+    {
+      "allowDecimals": false,
+      "answerOrder": "",
+      "answers": [],
+      "criticalAnswers": [],
+      "images": [],
+      "key": "question-1",
+      "openTextSuggestions": [],
+      "question": "",
+      "scoreIntervals": [],
+      "showUnitsOnLeft": false,
+      "thresholdAnswers": [],
+      "type": "date"
+    }
+  ],
+  "rewards": [],
+  "state": "unknown",
+  "taskRequirements": []
+})");
+}
+
 TEST_F(ClaimTest, AClaimFromTooFarAwayIsRefusedAtOnceWithoutARequest) {
     standAway(170);
 
@@ -100,6 +148,14 @@ TEST_F(ClaimTest, ATaskWithoutALocationCanBeClaimedWhereItsLimitIsLargeEnough) {
     phone->runUntilIdle();
 
     EXPECT_EQ(claimed.first<0>(), QVStatus::SUCCESS);
+}
+
+TEST_F(ClaimTest, ALocationWithoutACoordinateIsAtLatitudeAndLongitudeZero) {
+    task.location->coordinate = std::nullopt;
+
+    const platform::Location location = QVTaskService::shared().getTaskLocation(task);
+
+    EXPECT_EQ(location.coordinate, (platform::Coordinate{0, 0}));
 }
 
 TEST_F(ClaimTest, AnInvalidCoordinateOfATaskCountsAsNone) {

@@ -182,6 +182,16 @@ TEST_F(SubmitTest, ATaskWithoutAKeyIsToldBeforeAMissingPhoto) {
     EXPECT_THAT(requestLines(), IsEmpty());
 }
 
+TEST_F(SubmitTest, AMissingKeyOfTheTaskIsToldBeforeSubmitReturns) {
+    task.key = std::nullopt;
+
+    QVTaskService::shared().submit(task, question, std::nullopt, "typed", nullptr, submitted.record());
+
+    expectRefused(QVStatus::ERROR_BAD_REQUEST, Error::MISSING_TASK_KEY());
+    phone->runUntilIdle();
+    EXPECT_EQ(submitted.count(), 1U);
+}
+
 TEST_F(SubmitTest, ARequiredPhotoThatIsMissingIsToldAndNothingIsSent) {
     requirePhoto();
 

@@ -38,6 +38,15 @@ protected:
     }
 };
 
+TEST_F(ResponseTest, APickThatIsNoChoiceIsRefusedForAQuestionWithoutChoicesToo) {
+    walkTo(6);
+    QVTaskResponse response = type(6, "Tidy");
+    response.answers = {"ghost"};
+
+    expectRefused(response, QVTaskSubmitError::INVALID_VALUE().message());
+    EXPECT_EQ(respond(type(6, "Tidy")).status(), 200);
+}
+
 TEST_F(ResponseTest, ATaskIsWalkedFromItsFirstQuestionToItsReward) {
     const std::vector<std::pair<QVTaskResponse, std::int64_t>> walk{
         {pick(0, {0}), 5},          {pick(2, {0, 1}), 3},  {type(3, "0.99"), 10},
