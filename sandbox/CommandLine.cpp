@@ -1,7 +1,6 @@
 #include "sandbox/CommandLine.h"
 
 #include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <limits>
@@ -14,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include "testing/GPXReader.h"
+#include "testing/TrackText.h"
 
 namespace quorvane::sandbox {
 namespace {
@@ -23,34 +23,11 @@ constexpr int wrongForm = 2;
 constexpr int highestPort = 65535;
 constexpr std::int64_t longestLifetime = std::int64_t{10} * 365 * 24 * 3600;
 
-std::optional<double> number(std::string_view text) {
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
-        return std::nullopt;
-    }
-    return value;
-}
-
-/// "46.05,14.5"; none when the text is no pair of numbers.
-std::optional<platform::Coordinate> coordinate(std::string_view text) {
-    const auto comma = text.find(',');
-    if (comma == std::string_view::npos) {
-        return std::nullopt;
-    }
-    const auto latitude = number(text.substr(0, comma));
-    const auto longitude = number(text.substr(comma + 1));
-    if (!latitude || !longitude) {
-        return std::nullopt;
-    }
-    return platform::Coordinate{*latitude, *longitude};
-}
-
 /// Whether @p text is rather a point that was typed wrong than the name of a file.
 bool isMeantAsPoint(const std::string& text) {
     const auto comma = text.find(',');
     std::error_code ignored;
-    return comma != std::string::npos && number(std::string_view(text).substr(0, comma)) &&
+    return comma != std::string::npos && testing::readDecimal(std::string_view(text).substr(0, comma)) &&
            !std::filesystem::exists(text, ignored);
 }
 
@@ -59,12 +36,13 @@ std::variant<std::vector<platform::Coordinate>, Exit> pointsOf(const std::string
     if (text.empty()) {
         return Exit{wrongForm, "--around: an empty text is neither LAT,LNG nor a track."};
     }
-    if (const auto point = coordinate(text)) {
-        if (!point->isValid()) {
+    if (const auto pair = testing::readPair(text)) {
+        const platform::Coordinate point{pair->first, pair->second};
+        if (!point.isValid()) {
             return Exit{wrongForm,
                         "--around: \"" + text + "\" lies beyond 90 degrees of latitude or 180 of longitude."};
         }
-        return std::vector{*point};
+        return std::vector{point};
     }
     if (isMeantAsPoint(text)) {
         return Exit{wrongForm, "--around: \"" + text + "\" is no point LAT,LNG, such as 46.05,14.51."};
@@ -96,7 +74,8 @@ void describe(CLI::App& app, CommandLine& line, Texts& texts) {
     app.add_option("--identity-port", options.identityPort, "Port of the identity service; 0 takes any free one")
         ->check(ports)
         ->capture_default_str();
-    app.add_option("--database", options.database, "File that keeps places and tokens; without it, memory")
+    app.add_option("--database", options.database,
+                   "File that keeps places, tasks, claims, answers, photos and tokens; without it, memory")
         ->type_name("FILE");
     app.add_option("--seed", texts.seed, "Number that the invented places and tasks follow from")
         ->type_name("UINT")

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <httplib.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "sandbox/Connection.h"
 #include "sandbox/ConnectionThreads.h"
@@ -91,14 +92,16 @@ public:
     ~Server() override {
         stopSignal.raise();
         threads.close();
-        stop();
         if (acceptor.joinable()) {
+            stop();
             acceptor.join();
+        } else if (svr_sock_ != INVALID_SOCKET) {
+            ::close(svr_sock_);
         }
     }
 
-    /// A sentence when it fails.
-    std::string begin() {
+    /// Takes the port. A sentence when it fails.
+    std::string open() {
         errno = 0;
         if (setup.port == 0) {
             setup.port = bind_to_any_port(address);
@@ -109,11 +112,14 @@ public:
             return "No port of this machine is free.";
         }
         ::listen(svr_sock_, backlog);
+        return {};
+    }
+
+    void serve() {
         acceptor = std::thread([this] { listen_after_bind(); });
         while (!is_running()) {
             std::this_thread::yield();
         }
-        return {};
     }
 
     [[nodiscard]] int port() const { return setup.port; }
@@ -250,9 +256,9 @@ private:
     std::thread acceptor;
 };
 
-std::variant<std::unique_ptr<HTTPService>, std::string> HTTPService::start(Setup setup) {
+std::variant<std::unique_ptr<HTTPService>, std::string> HTTPService::open(Setup setup) {
     auto server = std::make_unique<Server>(std::move(setup));
-    if (std::string problem = server->begin(); !problem.empty()) {
+    if (std::string problem = server->open(); !problem.empty()) {
         return problem;
     }
     return std::unique_ptr<HTTPService>(new HTTPService(std::move(server)));
@@ -261,6 +267,10 @@ std::variant<std::unique_ptr<HTTPService>, std::string> HTTPService::start(Setup
 HTTPService::HTTPService(std::unique_ptr<Server> theServer) : server(std::move(theServer)) {}
 
 HTTPService::~HTTPService() = default;
+
+void HTTPService::serve() {
+    server->serve();
+}
 
 int HTTPService::port() const {
     return server->port();

@@ -45,12 +45,16 @@ public:
         std::chrono::milliseconds idleTime{5'000};
     };
 
-    /// Answers a sentence when the port is taken or cannot be had.
-    static std::variant<std::unique_ptr<HTTPService>, std::string> start(Setup setup);
+    /// Takes the port; whoever connects waits until `serve`. Answers a sentence when the port is taken or cannot be
+    /// had.
+    static std::variant<std::unique_ptr<HTTPService>, std::string> open(Setup setup);
     HTTPService(const HTTPService&) = delete;
     HTTPService& operator=(const HTTPService&) = delete;
     /// Ends every connection and returns when all threads have ended.
     ~HTTPService();
+
+    /// Begins to answer. Once.
+    void serve();
 
     [[nodiscard]] int port() const;
 

@@ -73,6 +73,14 @@ std::string PlaceStore::origin() {
     return row.step() ? row.text(0) : std::string();
 }
 
+PlaceStore::Traces PlaceStore::traces() {
+    const Transaction transaction(database);
+    Statement row = database.prepare(
+        "SELECT (SELECT COUNT(*) FROM claims), (SELECT COUNT(*) FROM responses), (SELECT COUNT(*) FROM photos)");
+    row.step();
+    return {.claims = row.integer(0), .responses = row.integer(1), .photos = row.integer(2)};
+}
+
 std::vector<std::string> PlaceStore::allPlaces() {
     const Transaction transaction(database);
     Statement rows = database.prepare("SELECT body FROM places ORDER BY id");

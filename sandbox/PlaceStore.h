@@ -58,6 +58,14 @@ public:
     /// What the stored places were made from; empty when there are none yet.
     [[nodiscard]] std::string origin();
 
+    /// How much of what users made of the tasks is stored.
+    struct Traces {
+        std::int64_t claims = 0;
+        std::int64_t responses = 0;
+        std::int64_t photos = 0;
+    };
+    [[nodiscard]] Traces traces();
+
     /// Every place and every task, in any state.
     [[nodiscard]] std::vector<std::string> allPlaces();
     [[nodiscard]] std::vector<FoundTask> allTasks();

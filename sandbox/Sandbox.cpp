@@ -103,6 +103,10 @@ std::string take(std::variant<std::unique_ptr<Service>, std::string> started, st
     return {};
 }
 
+std::string counted(std::int64_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 void seed(PlaceStore& store, const SandboxOptions& options) {
     const auto& points = options.around;
     std::string name = seedName(options.seed, points);
@@ -110,6 +114,12 @@ void seed(PlaceStore& store, const SandboxOptions& options) {
         name += " " + challengeFor(task);
     }
     if (store.origin() != name) {
+        const PlaceStore::Traces traces = store.traces();
+        if (options.onNotice && traces.claims > 0) {
+            options.onNotice("Other places and tasks are made than the database holds: " +
+                             counted(traces.claims, "claim") + ", " + counted(traces.responses, "answer") + " and " +
+                             counted(traces.photos, "photo") + " are thrown away with those.");
+        }
         SeedData data = makeSeedData(options.seed, points);
         addOwnTasks(data.tasks, options.tasks);
         store.replace(data.places, data.tasks, name);
@@ -128,14 +138,17 @@ std::variant<std::unique_ptr<Sandbox>, std::string> Sandbox::start(SandboxOption
     }
     try {
         auto parts = std::make_unique<Parts>(options, std::move(database));
-        seed(parts->places, options);
-        std::string problem = take(HTTPService::start(parts->dataOptions(options.dataPort)), parts->dataServer);
+        std::string problem = take(HTTPService::open(parts->dataOptions(options.dataPort)), parts->dataServer);
         if (problem.empty()) {
-            problem = take(HTTPService::start(parts->identityOptions(options.identityPort)), parts->identityServer);
+            problem = take(HTTPService::open(parts->identityOptions(options.identityPort)), parts->identityServer);
         }
         if (!problem.empty()) {
             return problem;
         }
+        // A start that fails throws nothing away.
+        seed(parts->places, options);
+        parts->dataServer->serve();
+        parts->identityServer->serve();
         return std::unique_ptr<Sandbox>(new Sandbox(std::move(parts)));
     } catch (const std::exception& error) {
         return "The sandbox cannot start: " + std::string(error.what()) + ".";

@@ -1,11 +1,14 @@
 #include "sandbox/Secrets.h"
 
 #include <array>
+#include <cstdint>
 #include <stdexcept>
 
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
 #include <openssl/rand.h>
+
+#include "API/PKCE.h"
 
 namespace quorvane::sandbox {
 namespace {
@@ -23,22 +26,7 @@ std::string textOf(const DigestBytes& digest) {
 } // namespace
 
 std::string base64URL(std::string_view bytes) {
-    constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
-    std::string text;
-    unsigned pending = 0;
-    int bits = 0;
-    for (const char byte : bytes) {
-        pending = (pending << 8U | static_cast<unsigned char>(byte)) & 0xffffU;
-        bits += 8;
-        while (bits >= 6) {
-            bits -= 6;
-            text += alphabet[pending >> static_cast<unsigned>(bits) & 0x3fU];
-        }
-    }
-    if (bits > 0) {
-        text += alphabet[pending << static_cast<unsigned>(6 - bits) & 0x3fU];
-    }
-    return text;
+    return pkce::base64URL({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
 }
 
 std::string challengeFor(std::string_view verifier) {

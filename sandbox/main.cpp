@@ -29,6 +29,8 @@ int run(int count, char** arguments) {
         line.options.onRequest = [](const RequestRecord& record) { printLine(stderr, record.line()); };
     }
 
+    line.options.onNotice = [](const std::string& sentence) { printLine(stderr, sentence); };
+
     // Blocked before the first thread starts, so that this thread alone takes them.
     sigset_t ends;
     sigemptyset(&ends);

@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include "sandbox/Database.h"
-#include "sandbox/SandboxFixture.h"
+#include "sandbox/TaskFixture.h"
 
 namespace quorvane::sandbox::test {
 namespace {
@@ -16,7 +16,7 @@ using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
-class DatabaseTest : public SandboxTest {
+class DatabaseTest : public TaskTest {
 protected:
     DatabaseTest() {
         std::string name = (std::filesystem::temp_directory_path() / "quorvane-sandbox-XXXXXX").string();
@@ -65,6 +65,60 @@ TEST_F(DatabaseTest, PlacesFollowTheSeedOfTheLastStart) {
 
     EXPECT_NE(first, second);
     EXPECT_EQ(search(), first);
+}
+
+TEST_F(DatabaseTest, AStartThatFailsForATakenPortThrowsNothingAway) {
+    startWith({.database = file, .seed = 5});
+    claimTour();
+    ASSERT_EQ(respond(pick(0, {0})).status(), 200);
+    sandbox.reset();
+    const auto other = std::get<0>(Sandbox::start());
+
+    for (const auto& [data, identity] : {std::pair(other->dataPort(), 0), {0, other->identityPort()}}) {
+        std::vector<std::string> notices;
+        const auto failed =
+            Sandbox::start({.dataPort = data,
+                            .identityPort = identity,
+                            .database = file,
+                            .seed = 6,
+                            .onNotice = [&](const std::string& sentence) { notices.push_back(sentence); }});
+        EXPECT_TRUE(std::holds_alternative<std::string>(failed));
+        EXPECT_THAT(notices, ::testing::IsEmpty());
+    }
+
+    startWith({.database = file, .seed = 5});
+    EXPECT_EQ(found().state, QVTask::State::running);
+    EXPECT_EQ(found().nextQuestion, "task-00000-q3");
+}
+
+TEST_F(DatabaseTest, WhatUsersDidIsThrownAwayWithTheirTasksAndOneSentenceSaysSo) {
+    std::vector<std::string> notices;
+    const auto restart = [&](std::uint64_t seed, const std::vector<platform::Coordinate>& around = {}) {
+        sandbox.reset();
+        startWith({.database = file, .seed = seed, .around = around, .onNotice = [&](const std::string& sentence) {
+                       notices.push_back(sentence);
+                   }});
+    };
+    restart(5);
+    restart(6);
+    EXPECT_THAT(notices, ::testing::IsEmpty()) << "nobody did anything";
+    claimTour();
+    QVTaskResponse withPhoto = pick(0, {0});
+    withPhoto.base64 = photograph(jpeg).base64;
+    ASSERT_EQ(respond(withPhoto).status(), 200);
+    ASSERT_EQ(respond(pick(2, {0, 1})).status(), 200);
+    restart(6);
+    EXPECT_THAT(notices, ::testing::IsEmpty()) << "nothing changed";
+
+    restart(7);
+    EXPECT_EQ(found().state, QVTask::State::generated);
+    claimTour();
+    restart(7, {{46.0501, 14.5}});
+
+    EXPECT_THAT(notices, ::testing::ElementsAre("Other places and tasks are made than the database holds: 1 claim, "
+                                                "2 answers and 1 photo are thrown away with those.",
+                                                "Other places and tasks are made than the database holds: 1 claim, "
+                                                "0 answers and 0 photos are thrown away with those."));
 }
 
 TEST_F(DatabaseTest, TheFilesAreTheirOwnersOnly) {

@@ -182,13 +182,40 @@ TEST_F(HTTPTest, NobodyListensAfterTheEnd) {
     EXPECT_FALSE(isListening(identityPort));
 }
 
+std::unique_ptr<HTTPService> serving(HTTPService::Setup setup) {
+    auto service = std::get<0>(HTTPService::open(std::move(setup)));
+    service->serve();
+    return service;
+}
+
 /// A service without operations, which would wait for hours.
 std::unique_ptr<HTTPService> patientService() {
-    return std::get<0>(HTTPService::start({.name = "patient",
-                                           .faults = std::make_shared<FaultList>(),
-                                           .record = [](const RequestRecord&) {},
-                                           .requestTime = 1h,
-                                           .idleTime = 1h}));
+    return serving({.name = "patient",
+                    .faults = std::make_shared<FaultList>(),
+                    .record = [](const RequestRecord&) {},
+                    .requestTime = 1h,
+                    .idleTime = 1h});
+}
+
+TEST(HTTPService, WhoeverConnectsBeforeItServesIsAnsweredThen) {
+    const auto service = std::get<0>(HTTPService::open(
+        {.name = "early", .faults = std::make_shared<FaultList>(), .record = [](const RequestRecord&) {}}));
+    RawConnection early(service->port());
+    early.send("GET /nowhere HTTP/1.1\r\n\r\n");
+
+    service->serve();
+
+    EXPECT_EQ(early.readAnswer().status(), 404);
+}
+
+TEST(HTTPService, APortThatWasTakenAndNeverServedIsFreeAtTheEnd) {
+    auto service = std::get<0>(HTTPService::open({.name = "unused"}));
+    const int port = service->port();
+    EXPECT_TRUE(isListening(port));
+
+    service.reset();
+
+    EXPECT_FALSE(isListening(port));
 }
 
 TEST(HTTPService, AnIdleConnectionEndsForOneThatWaits) {
@@ -218,11 +245,10 @@ TEST(HTTPService, NeitherAnIdleConnectionNorHalfARequestHoldsUpTheEnd) {
 }
 
 TEST(HTTPService, ARequestThatArrivesTooSlowlyIsRefused) {
-    auto started = HTTPService::start({.name = "slow",
-                                       .faults = std::make_shared<FaultList>(),
-                                       .record = [](const RequestRecord&) {},
-                                       .requestTime = 30ms});
-    const auto& service = std::get<0>(started);
+    const auto service = serving({.name = "slow",
+                                  .faults = std::make_shared<FaultList>(),
+                                  .record = [](const RequestRecord&) {},
+                                  .requestTime = 30ms});
     RawConnection connection(service->port());
 
     connection.send("GET /config HTT");
@@ -232,12 +258,12 @@ TEST(HTTPService, ARequestThatArrivesTooSlowlyIsRefused) {
 
 TEST(HTTPService, AnOperationThatFailsIsAServerError) {
     const auto fail = [](const Request&) -> Answer { throw std::runtime_error("the disk is full"); };
-    auto started = HTTPService::start({.name = "failing",
-                                       .routes = {{"GET", "/a", fail}},
-                                       .faults = std::make_shared<FaultList>(),
-                                       .record = [](const RequestRecord&) {}});
+    const auto service = serving({.name = "failing",
+                                  .routes = {{"GET", "/a", fail}},
+                                  .faults = std::make_shared<FaultList>(),
+                                  .record = [](const RequestRecord&) {}});
 
-    const RawReply reply = ask(std::get<0>(started)->port(), "GET /a HTTP/1.1\r\n\r\n");
+    const RawReply reply = ask(service->port(), "GET /a HTTP/1.1\r\n\r\n");
 
     EXPECT_EQ(reply.status(), 500);
     EXPECT_EQ(reply.body(), R"({"error":"server_error","error_description":"the disk is full"})");

@@ -210,6 +210,30 @@ TEST_F(ProgramData, PlacesAreAroundThePointOrTrackThatWasGiven) {
     EXPECT_THAT(found, ::testing::Not(StartsWith(R"({"count":0,)")));
 }
 
+TEST_F(ProgramData, ClaimsThatAreThrownAwayAreALineOfTheirOwnEvenWhereItIsQuiet) {
+    const auto file = std::filesystem::temp_directory_path() / ("claims-" + std::to_string(::getpid()));
+    startWith({.database = file.string(), .seed = 5});
+    const std::string token = "\r\nAuthorization: Bearer " + signIn().access;
+    EXPECT_EQ(
+        ask(sandbox->dataPort(), "GET /generate/tasks?lat=46.05&lng=14.5&rad=1 HTTP/1.1" + token + "\r\n\r\n").status(),
+        200);
+    const RawReply claimed = ask(sandbox->dataPort(), "POST /tasks HTTP/1.1\r\nContent-Type: application/json" + token +
+                                                          "\r\nContent-Length: 20\r\n\r\n" + R"({"key":"task-00000"})");
+    EXPECT_EQ(claimed.status(), 200) << claimed.bytes;
+    sandbox.reset();
+
+    Program program(command(withFreePorts({"--quiet", "--seed", "6", "--database", file.string()})));
+
+    EXPECT_GT(portsOf(program.readOutputLine()).data, 0);
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
+    std::filesystem::remove(file);
+    EXPECT_EQ(
+        program.restOfErrors(),
+        "Other places and tasks are made than the database holds: 1 claim, 0 answers and 0 photos are thrown away "
+        "with those.\n");
+}
+
 TEST_F(ProgramData, TheTokenLifetimeIsTold) {
     Program program(command(withFreePorts({"--token-lifetime", "5"})));
     const Ports ports = portsOf(program.readOutputLine());
