@@ -27,7 +27,7 @@ public:
 
 private:
     struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
+        void operator()(std::FILE* opened) const { std::fclose(opened); }
     };
 
     /// None is made where the folder takes none. Without @p mode it is the usual.
