@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "testing/TrackText.h"
 #include "tools/Failure.h"
 #include "tools/Text.h"
 
@@ -28,30 +29,19 @@ std::optional<Number> numberIn(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-struct Pair {
-    double first = 0;
-    double second = 0;
-};
-
 /// Two numbers with a comma between them.
-Pair pairIn(const std::string& option, std::string_view taken, const std::string& text) {
-    const std::string_view whole = text;
-    const std::size_t comma = whole.find(',');
-    if (comma == std::string_view::npos) {
+std::pair<double, double> pairIn(const std::string& option, std::string_view taken, const std::string& text) {
+    const auto pair = testing::readPair(text);
+    if (!pair) {
         refuse(option, taken, text);
     }
-    const std::optional<double> first = numberIn<double>(whole.substr(0, comma));
-    const std::optional<double> second = numberIn<double>(whole.substr(comma + 1));
-    if (!first || !second) {
-        refuse(option, taken, text);
-    }
-    return {*first, *second};
+    return *pair;
 }
 
 } // namespace
 
 platform::Coordinate coordinateIn(const std::string& option, const std::string& text) {
-    const Pair pair = pairIn(option, "LAT,LNG in degrees, such as 52.0931,5.6642", text);
+    const auto pair = pairIn(option, "LAT,LNG in degrees, such as 52.0931,5.6642", text);
     const platform::Coordinate coordinate{pair.first, pair.second};
     if (!coordinate.isValid()) {
         refuse(option, "a latitude from -90 to 90 and a longitude from -180 to 180", text);
@@ -62,7 +52,7 @@ platform::Coordinate coordinateIn(const std::string& option, const std::string& 
 platform::Acceleration accelerationIn(const std::string& option, const std::string& text) {
     constexpr std::string_view taken = "X,Y in units of gravity, such as 0,-1";
     constexpr double most = 16;
-    const Pair pair = pairIn(option, taken, text);
+    const auto pair = pairIn(option, taken, text);
     if (!(std::abs(pair.first) <= most && std::abs(pair.second) <= most)) {
         refuse(option, taken, text);
     }

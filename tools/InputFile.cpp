@@ -1,5 +1,6 @@
 #include "tools/InputFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -24,8 +25,10 @@ const Kind* member(const AnyCodable& value, std::string_view name) {
     return entry == object->end() ? nullptr : std::get_if<Kind>(&entry->second.value);
 }
 
-bool has(const AnyCodable::Dictionary& object, std::string_view name) {
-    return object.find(name) != object.end();
+bool isMarked(const AnyCodable::Dictionary& object, std::initializer_list<std::string_view> markers) {
+    return markers.size() == 0 || std::any_of(markers.begin(), markers.end(), [&object](std::string_view name) {
+               return object.find(name) != object.end();
+           });
 }
 
 } // namespace
@@ -59,7 +62,8 @@ std::string contentOf(const std::string& path) {
     return content;
 }
 
-std::vector<std::string> objectsIn(const std::string& path, const std::string& kind, std::string_view marker) {
+std::vector<std::string> objectsIn(const std::string& path, const std::string& kind,
+                                   std::initializer_list<std::string_view> markers) {
     AnyCodable document;
     try {
         document = json::readExactly(contentOf(path));
@@ -76,7 +80,7 @@ std::vector<std::string> objectsIn(const std::string& path, const std::string& k
         if (object == nullptr) {
             object = std::get_if<AnyCodable::Dictionary>(&entry.value);
         }
-        if (object == nullptr || (!marker.empty() && !has(*object, marker))) {
+        if (object == nullptr || !isMarked(*object, markers)) {
             throw Failure(nameOfFile(path) + " holds what is no " + kind);
         }
         texts.push_back(json::writeExactly(*object));

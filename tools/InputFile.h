@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,10 +16,10 @@ namespace quorvane::tool {
 
 /// The JSON objects of one kind that a file holds, as texts: alone, as a member called @p kind ("task"), or many of
 /// both forms in a list, which may be the member `kind` + "s" of what a search printed. An object counts when it has
-/// @p marker among its members, and always where @p marker is empty. Throws a `Failure` when the file cannot be read,
-/// is no JSON, or holds anything else.
+/// one of @p markers among its members, and always where there are none. Throws a `Failure` when the file cannot be
+/// read, is no JSON, or holds anything else.
 [[nodiscard]] std::vector<std::string> objectsIn(const std::string& path, const std::string& kind,
-                                                 std::string_view marker);
+                                                 std::initializer_list<std::string_view> markers);
 
 /// What a file is called in a sentence.
 [[nodiscard]] std::string nameOfFile(const std::string& path);

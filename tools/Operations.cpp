@@ -18,6 +18,7 @@ platform::Location locationAt(Session& session, const platform::Coordinate& coor
 } // namespace
 
 PlacesFound findPlaces(Session& session, const platform::Coordinate& near, int radius) {
+    session.requirePlaceStore();
     PlacesFound found;
     bool isAnswered = false;
     Quorvane::Search::places(locationAt(session, near), radius, std::nullopt, std::nullopt, std::nullopt, 0,
@@ -79,7 +80,13 @@ std::string rangeText(const QVTask& task, const platform::Coordinate& here) {
     const double distance = platform::distance(here, QVTaskService::shared().getTaskLocation(task).coordinate);
     const double limit =
         task.claimDistanceOverride.value_or(ClaimRule::defaultRadiusMiles) / ClaimRule::milesPerKilometre * 1000;
-    return "it is " + metresText(distance) + " away and can be claimed within " + metresText(limit);
+    // Just beyond the limit both would read alike.
+    constexpr int mostDigits = 6;
+    int digits = 0;
+    while (digits < mostDigits && metresText(distance, digits) == metresText(limit, digits)) {
+        ++digits;
+    }
+    return "it is " + metresText(distance, digits) + " away and can be claimed within " + metresText(limit, digits);
 }
 
 } // namespace quorvane::tool

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "JSON/JSON.h"
+#include "Tasks/TaskQuestions.h"
 #include "tools/Terminal.h"
 #include "tools/Text.h"
 
@@ -31,7 +32,7 @@ std::string textText(const QVQuestion& question) {
 }
 
 std::string choicesText(const QVQuestion& question) {
-    const std::int64_t low = std::max<std::int64_t>(question.minMultipleAnswers.value_or(1), 1);
+    const std::int64_t low = std::max<std::int64_t>(question.minMultipleAnswers.value_or(1), 0);
     const std::int64_t high = question.maxMultipleAnswers.value_or(static_cast<std::int64_t>(question.answers.size()));
     return (low == high ? std::to_string(low) : std::to_string(low) + " to " + std::to_string(high)) + " choices";
 }
@@ -68,12 +69,6 @@ std::string titleOf(const QVTask& task) {
     return printable(task.title.value_or(task.key.value_or("an untitled task")));
 }
 
-std::shared_ptr<QVQuestion> questionOf(const QVTask& task, const std::string& key) {
-    const auto found = std::find_if(task.questions.begin(), task.questions.end(),
-                                    [&](const auto& question) { return question && question->key == key; });
-    return found == task.questions.end() ? nullptr : *found;
-}
-
 std::string answerText(const QVQuestion& question) {
     std::string text = kindText(question);
     if (question.hasOther.value_or(false)) {
@@ -83,7 +78,7 @@ std::string answerText(const QVQuestion& question) {
         text += ", optional";
     }
     if (question.photoCaptureOptions) {
-        text += question.photoCaptureOptions->mustProvidePhoto ? ", with a photo" : ", a photo if you like";
+        text += needsPhoto(question) ? ", with a photo" : ", a photo if you like";
     }
     return text;
 }

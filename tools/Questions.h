@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
 #include "JSON/AnyCodable.h"
@@ -15,9 +14,6 @@ class Terminal;
 
 /// The task's title, or what else it is called.
 [[nodiscard]] std::string titleOf(const QVTask& task);
-
-/// The question with this key; null when the task has none.
-[[nodiscard]] std::shared_ptr<QVQuestion> questionOf(const QVTask& task, const std::string& key);
 
 /// What the answer has to be, in words: "number from 0 to 20", "1 to 3 choices, photo".
 [[nodiscard]] std::string answerText(const QVQuestion& question);

@@ -15,6 +15,7 @@
 #include "Core/SignedInFlag.h"
 #include "Device/QVUtils.h"
 #include "Facade/Quorvane.h"
+#include "Platform/FileManager.h"
 #include "Platform/Native/Home.h"
 #include "Platform/Native/OwnerOnly.h"
 #include "Platform/PreferencesStore.h"
@@ -128,6 +129,14 @@ void Session::signIn() {
     // Of refreshes that overlap one may fail and leave the tokens that another has brought.
     const bool isSignedIn = QVAuthService::shared().accessInfo().state() == AuthState::AUTHENTICATED;
     require(isSignedIn ? QVStatus::SUCCESS : outcome->status);
+}
+
+void Session::requirePlaceStore() {
+    platform::FileManager& files = platformInUse->files();
+    const std::string folder = files.cachesDirectory() + "/qvplaces.cache";
+    if (const std::error_code error = files.createDirectory(folder)) {
+        throw Failure("the store for places of your own, " + folder + ", cannot be made: " + error.message());
+    }
 }
 
 void Session::waitForAnswer(const std::function<bool()>& isThere) {

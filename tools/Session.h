@@ -47,6 +47,10 @@ public:
     /// overlap. Throws a `Failure` with its status when no good tokens come of it.
     void signIn();
 
+    /// Throws a `Failure` when the store for places of one's own cannot be made: the library, whose searches for places
+    /// look into it, would end the program then. Tracking searches as well.
+    void requirePlaceStore();
+
     /// Runs the main queue until @p isThere holds and no refresh is under way, and then what was posted before. Throws
     /// a `Failure` when that takes longer than any exchange can.
     void waitForAnswer(const std::function<bool()>& isThere);

@@ -89,11 +89,11 @@ std::string padded(std::string_view text, std::size_t columns) {
     return std::string(text) + std::string(used < columns ? columns - used : 0, ' ');
 }
 
-std::string metresText(double metres) {
+std::string metresText(double metres, int moreDigits) {
     if (metres < 999.5) {
-        return formatted("%.0f m", metres);
+        return formatted("%.*f m", moreDigits, metres);
     }
-    return metres < 9'950 ? formatted("%.1f km", metres / 1000) : formatted("%.0f km", metres / 1000);
+    return formatted("%.*f km", moreDigits + (metres < 9'950 ? 1 : 0), metres / 1000);
 }
 
 std::string coordinateText(const platform::Coordinate& coordinate) {

@@ -22,8 +22,8 @@ namespace quorvane::tool {
 /// @p text with blanks up to @p columns.
 [[nodiscard]] std::string padded(std::string_view text, std::size_t columns);
 
-/// "84 m", "1.2 km", "31 km".
-[[nodiscard]] std::string metresText(double metres);
+/// "84 m", "1.2 km", "31 km"; with @p moreDigits behind the point than that.
+[[nodiscard]] std::string metresText(double metres, int moreDigits = 0);
 
 /// "46.05120, 14.50610".
 [[nodiscard]] std::string coordinateText(const platform::Coordinate& coordinate);

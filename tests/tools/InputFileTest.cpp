@@ -19,7 +19,7 @@ protected:
     }
 
     std::vector<std::string> tasksIn(const std::string& content) {
-        return objectsIn(file(content), "task", "questions");
+        return objectsIn(file(content), "task", {"key", "questions"});
     }
 
     std::string failureOf(const std::string& content) {
@@ -49,6 +49,10 @@ TEST_F(InputFileTest, ObjectsAreFoundInEveryFormInWhichTheProgramPrintsThem) {
                 ElementsAre(one, two));
 }
 
+TEST_F(InputFileTest, OneOfTheMarkersIsEnough) {
+    EXPECT_THAT(tasksIn(R"([{"key":"t1"},{"questions":[]}])"), ElementsAre(R"({"key":"t1"})", R"({"questions":[]})"));
+}
+
 TEST_F(InputFileTest, WithoutAMarkerEveryObjectCounts) {
     EXPECT_THAT(objectsIn(file(R"({"questions":[{"key":"q1"},{}]})"), "question", {}),
                 ElementsAre(R"({"key":"q1"})", "{}"));
@@ -63,7 +67,7 @@ TEST_F(InputFileTest, WhatHoldsNoTaskSaysSo) {
     EXPECT_EQ(failureOf("[]"), path + " holds no task");
     EXPECT_EQ(failureOf(R"({"tasks":[]})"), path + " holds no task");
     for (const char* const content : {"7", "null", "\"task\"", "{}", R"({"task":{}})", R"([{"questions":[]},7])",
-                                      R"({"tasks":[{"task":{"key":"t1"}}]})", R"({"tasks":{"questions":[]}})"}) {
+                                      R"({"tasks":[{"task":{"title":"t1"}}]})", R"({"tasks":{"questions":[]}})"}) {
         EXPECT_EQ(failureOf(content), path + " holds what is no task") << content;
     }
     EXPECT_TRUE(failureOf("{").starts_with(path + ": "));

@@ -90,6 +90,31 @@ TEST_F(PlacesTest, AFileThatHoldsNoPlaceIsOneSentenceAndNoRequest) {
     EXPECT_EQ(service->requests().size(), 0U);
 }
 
+TEST_F(PlacesTest, AHundredPlacesAreStoredAndOneMoreIsRefusedBeforeAnythingIs) {
+    const auto places = [](int count) {
+        std::string list;
+        for (int i = 1; i <= count; ++i) {
+            list += (list.empty() ? "" : ",") + std::string(R"({"latitude":46.05,"longitude":14.5,"id":"own-)") +
+                    std::to_string(i) + "\"}";
+        }
+        return "[" + list + R"(,{"latitude":46.05,"longitude":14.5,"id":"own-1"}])";
+    };
+    const std::string tooMany = makeFile("101.json", places(101));
+
+    const Ended refused = add(tooMany);
+
+    EXPECT_EQ(refused.exitStatus, 1);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_EQ(refused.errors, "quorvane: " + tooMany +
+                                  " holds 101 places with ids of their own; at most 100 can be stored and found in one "
+                                  "run\n");
+    EXPECT_EQ(service->requests().size(), 0U);
+    EXPECT_FALSE(std::filesystem::exists(home)) << "nothing was stored";
+    const Ended taken = add(makeFile("100.json", places(100)), {"--radius", "0"});
+    EXPECT_EQ(taken.exitStatus, 0) << taken.errors;
+    EXPECT_TRUE(linesOf(taken.output).at(1).starts_with("100 places within 0 m")) << taken.output;
+}
+
 TEST_F(PlacesTest, AFolderInWhichNothingCanBeStoredIsOneSentence) {
     const std::string file = own();
     EXPECT_EQ(add(file).exitStatus, 0);
@@ -105,7 +130,8 @@ TEST_F(PlacesTest, AFolderInWhichNothingCanBeStoredIsOneSentence) {
 
     EXPECT_EQ(ended.exitStatus, 1);
     EXPECT_EQ(linesOf(ended.errors).size(), 1U) << ended.errors;
-    EXPECT_TRUE(ended.errors.starts_with("quorvane: places cannot be stored in " + cache.string() + ": "))
+    EXPECT_TRUE(ended.errors.starts_with("quorvane: the store for places of your own, " + cache.string() +
+                                         ", cannot be made: "))
         << ended.errors;
 }
 

@@ -125,6 +125,12 @@ std::string ProgramTest::makeFile(const std::string& name, const std::string& co
     return path.string();
 }
 
+void ProgramTest::makeCachesAFile() const {
+    fs::remove_all(home / "caches");
+    fs::create_directories(home);
+    std::ofstream(home / "caches") << "no folder";
+}
+
 Ended ProgramTest::runPlain(const Arguments& arguments) {
     return finish(start(arguments));
 }

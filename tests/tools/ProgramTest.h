@@ -64,6 +64,9 @@ protected:
     /// Makes a file in the test's own folder; its path.
     [[nodiscard]] std::string makeFile(const std::string& name, const std::string& content) const;
 
+    /// Puts a file where the home has its caches, so that nothing can be stored in them, whoever runs this.
+    void makeCachesAFile() const;
+
     /// How often the sandbox was asked for a path.
     [[nodiscard]] std::size_t requestsFor(const std::string& path) const;
 

@@ -13,7 +13,8 @@ std::string textFor(const std::string& question) {
 TEST(Questions, WhatAnAnswerHasToBeIsSaidInAFewWords) {
     EXPECT_EQ(textFor(R"({"type":"singleAnswer"})"), "one choice");
     EXPECT_EQ(textFor(R"({"type":"singleAnswer","hasOther":true})"), "one choice, or another answer");
-    EXPECT_EQ(textFor(R"({"type":"multipleAnswers","minMultipleAnswers":0,"maxMultipleAnswers":3})"), "1 to 3 choices");
+    EXPECT_EQ(textFor(R"({"type":"multipleAnswers","minMultipleAnswers":0,"maxMultipleAnswers":3})"), "0 to 3 choices");
+    EXPECT_EQ(textFor(R"({"type":"multipleAnswers","maxMultipleAnswers":3})"), "1 to 3 choices");
     EXPECT_EQ(textFor(R"({"type":"multipleAnswers","minMultipleAnswers":2,"maxMultipleAnswers":2})"), "2 choices");
     EXPECT_EQ(textFor(R"({"type":"multipleAnswers","answers":[{},{}]})"), "1 to 2 choices");
     EXPECT_EQ(textFor(R"({"type":"numericOpenEnded"})"), "whole number");
@@ -35,7 +36,6 @@ TEST(Questions, AQuestionIsCalledByItsKeyAndItsText) {
 
     EXPECT_EQ(questionText(task, "q1"), "q1: Open?");
     EXPECT_EQ(questionText(task, "q2"), "q2");
-    EXPECT_EQ(questionOf(task, ""), nullptr);
 }
 
 TEST(Questions, ATaskWithoutATitleIsCalledByItsKey) {

@@ -85,6 +85,19 @@ TEST_F(SearchPlacesTest, WithoutAPointTheDeviceIsAskedAndItsAnswerHandedOn) {
     EXPECT_EQ(requestsFor("/locations/find"), 0U);
 }
 
+TEST_F(SearchPlacesTest, AHomeInWhichNoStoreForPlacesCanBeMadeIsOneSentenceAndNoRequest) {
+    serve();
+    makeCachesAFile();
+
+    const Ended ended = run({"search", "places", "--near", "46.05,14.5"});
+
+    EXPECT_EQ(ended.exitStatus, 1);
+    EXPECT_EQ(ended.output, "");
+    EXPECT_EQ(ended.errors, "quorvane: the store for places of your own, " + (home / "caches").string() +
+                                "/qvplaces.cache, cannot be made: Not a directory\n");
+    EXPECT_EQ(service->requests().size(), 0U);
+}
+
 TEST_F(SearchPlacesTest, AFailedSignInEndsTheSearch) {
     serve({"/token:status=402"});
 

@@ -61,6 +61,25 @@ TEST_F(TaskClaimTest, OutOfRangeItSaysHowFarItIsAndSendsNoClaim) {
     EXPECT_EQ(requestsFor("/tasks"), 0U);
 }
 
+TEST_F(TaskClaimTest, JustOutOfRangeBothDistancesAreToldApart) {
+    const std::string file =
+        makeFile("beside.json", R"({"key":"beside","location":{"latitude":46.05,"longitude":14.5}})");
+
+    expectRefused(tasks("claim", file, {"--at", "46.0514497,14.5"}),
+                  "ERROR_TASK_OUT_OF_RANGE: the task's place is too far away; it is 161.2 m away and can be claimed "
+                  "within 160.9 m");
+}
+
+TEST_F(TaskClaimTest, AHomeInWhichNoStoreForPlacesCanBeMadeIsOneSentence) {
+    const std::string file = taskFile();
+    makeCachesAFile();
+
+    expectRefused(tasks("claim", file, {"--at", here}), "the store for places of your own, " +
+                                                            (home / "caches").string() +
+                                                            "/qvplaces.cache, cannot be made: Not a directory");
+    EXPECT_EQ(requestsFor("/tasks"), 0U);
+}
+
 TEST_F(TaskClaimTest, WithoutAPlaceTheDeviceHasNone) {
     expectRefused(tasks("claim", taskFile()),
                   "ERROR_LOCATION: the device does not tell where it is; name where you are with --at");

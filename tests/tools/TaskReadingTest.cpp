@@ -29,6 +29,13 @@ TEST_F(TaskReadingTest, TheRequirementsAreTheLibrarysSentences) {
     EXPECT_EQ(listIn(tasks("requirements", file, {"--json"}).document(), "requirements").size(), 3U);
 }
 
+TEST_F(TaskReadingTest, AKeyMakesATask) {
+    const Ended ended = tasks("questions", makeFile("bare.json", R"({"key":"k"})"));
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_TRUE(ended.output.starts_with("0 questions of k")) << ended.output;
+}
+
 TEST_F(TaskReadingTest, TheQuestionsStandWithWhatTheirAnswersHaveToBe) {
     const std::string file = offline();
 

@@ -60,6 +60,8 @@ TEST(Text, DistancesAreMetresBelowAKilometre) {
     EXPECT_EQ(metresText(9'940), "9.9 km");
     EXPECT_EQ(metresText(9'960), "10 km");
     EXPECT_EQ(metresText(20'015'000), "20015 km");
+    EXPECT_EQ(metresText(160.934, 1), "160.9 m");
+    EXPECT_EQ(metresText(5'612, 1), "5.61 km");
 }
 
 TEST(Text, CoordinatesHaveFiveDecimals) {

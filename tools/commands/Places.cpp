@@ -7,6 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Cache/Configs.h"
 #include "tools/Arguments.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
@@ -28,11 +29,17 @@ struct Addition {
 
 QVPlaceList placesIn(const std::string& file) {
     QVPlaceList places;
-    for (const std::string& text : objectsIn(file, "place", "id")) {
+    for (const std::string& text : objectsIn(file, "place", {"id"})) {
         places.push_back(modelIn<QVPlace>(file, text));
         if (places.back()->_id.empty()) {
             throw Failure(nameOfFile(file) + " holds a place whose id is no text, or an empty one");
         }
+    }
+    // Of more the library's store would list none, and a search would have no answer.
+    const auto most = static_cast<std::size_t>(QVCache::MemoryConfig().countLimit);
+    if (const std::size_t count = identifiersOf(places).size(); count > most) {
+        throw Failure(nameOfFile(file) + " holds " + counted(count, "place") + " with ids of their own; at most " +
+                      std::to_string(most) + " can be stored and found in one run");
     }
     return places;
 }

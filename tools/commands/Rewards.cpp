@@ -43,7 +43,8 @@ AnyCodable::Dictionary listRewards(const GlobalOptions& options, Terminal& termi
 } // namespace
 
 void addRewards(CLI::App& program, Command& chosen) {
-    CLI::App* const verb = program.add_subcommand("rewards", "The rewards that you have earned");
+    CLI::App* const verb =
+        program.add_subcommand("rewards", "What the library knows of your rewards: it does not list them yet");
     verb->fallthrough();
     verb->callback([&chosen] { chosen = listRewards; });
 }

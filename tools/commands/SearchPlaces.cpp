@@ -25,6 +25,7 @@ struct PlaceQuestion {
 
 AnyCodable::Dictionary searchPlaces(const PlaceQuestion& question, const GlobalOptions& options, Terminal& terminal) {
     Session session(options, terminal);
+    session.requirePlaceStore();
     session.signIn();
     std::optional<QVStatus> status;
     std::optional<platform::Location> center;

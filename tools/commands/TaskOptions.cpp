@@ -2,11 +2,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include "Tasks/TaskQuestions.h"
 #include "tools/Arguments.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
 #include "tools/Pictures.h"
-#include "tools/Questions.h"
 #include "tools/Text.h"
 
 namespace quorvane::tool {
@@ -59,7 +59,7 @@ void addAnswer(CLI::App& verb, const Options& options) {
 } // namespace
 
 std::shared_ptr<QVTask> TaskOptions::task() const {
-    const std::vector<std::string> tasks = objectsIn(file, "task", "questions");
+    const std::vector<std::string> tasks = objectsIn(file, "task", {"key", "questions"});
     const std::string holds = nameOfFile(file) + " holds " + counted(tasks.size(), "task");
     if (!number && tasks.size() > 1) {
         throw Failure(holds + "; choose one with --number");
@@ -72,7 +72,7 @@ std::shared_ptr<QVTask> TaskOptions::task() const {
 }
 
 std::shared_ptr<QVQuestion> TaskOptions::questionOf(const QVTask& task) const {
-    std::shared_ptr<QVQuestion> found = tool::questionOf(task, question);
+    std::shared_ptr<QVQuestion> found = quorvane::questionOf(task, question);
     if (!found) {
         throw Failure("the task has no question \"" + printable(question) + "\"; tasks questions lists those it has");
     }

@@ -93,6 +93,7 @@ public:
             } else {
                 lookForReceiver();
             }
+            session.requirePlaceStore();
             session.signIn();
             begin(chosen);
             end = follow();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "JSON/RawValues.h"
+#include "Tasks/TaskQuestions.h"
 #include "tools/Failure.h"
 #include "tools/Operations.h"
 #include "tools/Pictures.h"
@@ -19,10 +20,6 @@ namespace {
 
 /// All but the one that stands for none.
 constexpr std::size_t typeCount = 9;
-
-bool needsPhoto(const QVQuestion& question) {
-    return question.photoCaptureOptions && question.photoCaptureOptions->mustProvidePhoto;
-}
 
 std::string textOf(const QVQuestion& question, const Entry& entry) {
     std::string text;

@@ -62,7 +62,7 @@ ScriptedAnswer found(const RecordedRequest& request, const KnownPlaces& places) 
 
 KnownPlaces knownPlacesIn(const std::string& path) {
     KnownPlaces places;
-    for (std::string& text : objectsIn(path, "place", "id")) {
+    for (std::string& text : objectsIn(path, "place", {"id"})) {
         const auto place = modelIn<QVPlace>(path, text);
         // A place without a point is read as one at 0, 0.
         const AnyCodable document = json::readExactly(text);
