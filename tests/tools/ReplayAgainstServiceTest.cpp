@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <memory>
 #include <variant>
@@ -6,6 +8,8 @@
 
 #include "Platform/Native/CurlTransport.h"
 #include "sandbox/Sandbox.h"
+#include "testing/PhonePlatform.h"
+#include "tools/Failure.h"
 #include "tools/Interruption.h"
 #include "tools/Session.h"
 #include "tools/demo/Ride.h"
@@ -62,9 +66,9 @@ TEST_F(ReplayAgainstServiceTest, TheClockStandsHoweverLongTheServiceTakes) {
     addFault("/token:delay=150ms:count=1");
     TrackedRide slow;
 
-    const ReplaySummary summary = track(slow);
+    static_cast<void>(track(slow));
 
-    EXPECT_EQ(slow.answeredCount(), summary.usage.requests);
+    EXPECT_FALSE(slow.syncs().empty());
     EXPECT_EQ(slow.timeInFlight().count(), 0);
     EXPECT_EQ(slow.document(), quick.document()) << "what tracking does depends on virtual time only";
 }
@@ -127,6 +131,95 @@ TEST_F(ReplayAgainstServiceTest, ASignalEndsItInTheMiddle) {
     EXPECT_THROW(static_cast<void>(track(tracked)), Interrupted);
 
     EXPECT_LT(impatient.fixes, 30);
+}
+
+/// Sees what the platform of a replay keeps, and may press Ctrl-C.
+class Watcher : public ReplayListener {
+public:
+    void recorded(const platform::Location& fix) override { start = std::min(start, fix.timestamp); }
+    void observed(platform::Date now, const observed::Observation&) override {
+        last = now - start;
+        testing::SimulatedPlatform& kept = dynamic_cast<testing::PhonePlatform&>(platform::current()).parts();
+        mostRequests = std::max(mostRequests, kept.transport().requests().size());
+        mostLines = std::max(mostLines, kept.application().outputLines().size());
+        if (interruptsAt && last >= *interruptsAt) {
+            interruptsAt.reset();
+            std::raise(SIGINT);
+        }
+    }
+
+    std::optional<platform::Date::duration> interruptsAt;
+    platform::Date start = platform::Date::max();
+    platform::Date::duration last{0};
+    std::size_t mostRequests = 0;
+    std::size_t mostLines = 0;
+};
+
+/// A recording with one fix in a long time.
+class ReplayOfGapsTest : public ::testing::Test {
+protected:
+    ReplaySummary track(std::chrono::seconds gap, int fixes, std::size_t preset) {
+        testing::Track sparse;
+        for (int i = 0; i < fixes; ++i) {
+            sparse.fixes.push_back({{46 + i * 0.1, 14.5}, 10, -1, testing::SimulatedClock::start + gap * i});
+        }
+        ReplayInput input;
+        input.track = "the gaps";
+        input.options = presets().at(preset);
+        input.recording = std::make_shared<const testing::Track>(std::move(sparse));
+        ReplayReaders readers;
+        readers.listener = &watcher;
+        readers.libraryLog = [this](std::string_view) { ++lines; };
+        return replay(input, readers, global);
+    }
+
+    const Interruption interruption;
+    GlobalOptions global;
+    Watcher watcher;
+    std::size_t lines = 0;
+};
+
+TEST_F(ReplayOfGapsTest, TrackingGoesOnInAGap) {
+    const ReplaySummary summary = track(std::chrono::hours(7), 3, 0);
+
+    EXPECT_EQ(summary.recorded, 3U);
+    EXPECT_EQ(summary.duration, std::chrono::hours(14) + replayTail);
+    EXPECT_EQ(summary.decisions.at("send"), 14U * 120) << "one each half a minute";
+}
+
+TEST_F(ReplayOfGapsTest, WhatIsKeptDoesNotGrowWithAGap) {
+    global.logLevel = QVLogLevel::DEBUG;
+
+    const ReplaySummary summary = track(std::chrono::minutes(50), 12, 0);
+
+    EXPECT_GT(summary.usage.requests, 1000U);
+    EXPECT_LE(watcher.mostRequests, 125U) << "half a minute's each, of an hour";
+    EXPECT_GT(lines, 1000U);
+    EXPECT_LT(watcher.mostLines, lines / 5);
+}
+
+TEST_F(ReplayOfGapsTest, ASignalEndsItInAGap) {
+    watcher.interruptsAt = std::chrono::hours(5);
+
+    EXPECT_THROW(static_cast<void>(track(std::chrono::hours(24), 2, 0)), Interrupted);
+
+    EXPECT_LE(watcher.last, std::chrono::hours(6));
+}
+
+TEST_F(ReplayOfGapsTest, AGapMayBeThirtyOneDaysLongAndNoSecondLonger) {
+    constexpr std::chrono::seconds longest = std::chrono::hours(31 * 24);
+
+    const ReplaySummary summary = track(longest, 2, 2);
+
+    EXPECT_EQ(summary.duration, longest + replayTail);
+    try {
+        static_cast<void>(track(longest + std::chrono::seconds(1), 2, 2));
+        ADD_FAILURE() << "it was replayed";
+    } catch (const Failure& failure) {
+        EXPECT_STREQ(failure.what(),
+                     "the gaps: The fix after 2026-03-01T12:00:00Z is of 2026-04-01T12:00:01Z, more "
+                     "than 31 days later: the way ends before it.");
+    }
 }
 
 } // namespace

@@ -2,6 +2,11 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "JSON/JSON.h"
 
@@ -115,6 +120,36 @@ TEST_F(ReplayTest, AFileGetsWhatStandardOutputWouldHaveGot) {
     EXPECT_EQ(contentOf("ride.log"), shown.output);
 }
 
+TEST_F(ReplayTest, AnOutputThatWouldReplaceAFileThatIsReadIsRefused) {
+    const std::string track = makeFile("way.csv", "46,14.5,0\n46.01,14.5,60\n");
+    const std::string link = (scratch / "link.csv").string();
+    std::filesystem::create_symlink(track, link);
+    const std::string known = places();
+    const std::string options = makeFile("mine.json", "{}");
+    for (const std::string& output : {track, link, known, options}) {
+        const Ended ended = replay(track, {"--places", known, "--options", options, "--output", output});
+
+        EXPECT_EQ(ended.exitStatus, 1);
+        EXPECT_EQ(ended.errors,
+                  "quorvane: " + output + ": the replay reads this file, and --output would replace it\n");
+    }
+
+    EXPECT_EQ(contentOf("way.csv"), "46,14.5,0\n46.01,14.5,60\n");
+    EXPECT_EQ(contentOf("mine.json"), "{}");
+}
+
+TEST_F(ReplayTest, AReplayThatFailsLeavesAnEarlierOutput) {
+    const std::string output = makeFile("ride.log", "earlier\n");
+    const std::string broken = makeFile("broken.csv", "46,14.5,0\n46.01,14.5,600\n46.02,east,1200\n");
+    for (const std::string& track : {std::string("./absent"), broken}) {
+        for (const char* const format : {"text", "html"}) {
+            EXPECT_EQ(replay(track, {"--output", output, "--format", format}).exitStatus, 1);
+
+            EXPECT_EQ(contentOf("ride.log"), "earlier\n");
+        }
+    }
+}
+
 TEST_F(ReplayTest, ADocumentOnStandardOutputLeavesTheLogToTheFile) {
     const Ended ended = replayRide({"--json", "--output", (scratch / "ride.log").string()});
 
@@ -131,6 +166,22 @@ TEST_F(ReplayTest, ThePresetsStandSideBySide) {
     EXPECT_TRUE(hasRow(ended.output, "USER_STOPPED_TRAVELING 2 1 1"));
     EXPECT_TRUE(hasRow(ended.output, "receiver on 385.0 s 60.0 s 0.0 s"));
     EXPECT_EQ(linesWith(ended.output, "2024-05-18"), 0U) << "there is no log";
+}
+
+TEST_F(ReplayTest, ThePresetsStandSideBySideForARecordingThatComesOutOfAPipe) {
+    const std::string content = "46,14.5,0\n46.01,14.5,600\n46.02,14.5,1200\n";
+    const std::string pipe = (scratch / "pipe").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(pipe, std::ios::binary) << content; });
+
+    const Ended ended = replay(pipe, {"--compare"});
+    // Lets the writer go should nobody have read.
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    writer.join();
+    close(reader);
+
+    EXPECT_EQ(ended.exitStatus, 0) << ended.errors;
+    EXPECT_EQ(ended.output, replay(makeFile("way.csv", content), {"--compare"}).output);
 }
 
 TEST_F(ReplayTest, OptionsOfAFileStandBesideThePresets) {

@@ -1,10 +1,13 @@
 #include "tools/commands/Replay.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -74,9 +77,44 @@ std::vector<NamedOptions> optionsFor(const ReplayOptions& options) {
     return all;
 }
 
+/// Throws a `Failure` when the output would take the place of a file that is read.
+void requireOtherOutput(const ReplayOptions& options) {
+    std::error_code absent;
+    const std::string own = isPreset(options.options) ? "" : options.options;
+    for (const std::string& input : {options.track, options.places, own}) {
+        if (std::filesystem::is_regular_file(options.output, absent) &&
+            std::filesystem::equivalent(input, options.output, absent)) {
+            throw Failure(nameOfFile(options.output) + ": the replay reads this file, and --output would replace it");
+        }
+    }
+}
+
+/// Opens the recording. What is no regular file gives its content once only, and is read where that takes several
+/// replays. Throws a `Failure`.
+void open(ReplayInput& input, bool isForSeveral) {
+    std::error_code absent;
+    if (isForSeveral && !std::filesystem::is_regular_file(input.track, absent)) {
+        testing::TrackResult result = testing::readTrack(input.track);
+        if (const auto* const error = std::get_if<testing::TrackError>(&result)) {
+            throw Failure(error->message);
+        }
+        input.recording = std::make_shared<const testing::Track>(std::get<testing::Track>(std::move(result)));
+        return;
+    }
+    testing::TrackError error;
+    input.reader = testing::TrackReader::open(input.track, error);
+    if (!input.reader) {
+        throw Failure(error.message);
+    }
+}
+
 AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptions& global, Terminal& terminal) {
     const std::vector<NamedOptions> all = optionsFor(options);
-    const KnownPlaces places = options.places.empty() ? KnownPlaces() : knownPlacesIn(options.places);
+    ReplayInput input;
+    input.track = options.track;
+    input.places = options.places.empty() ? KnownPlaces() : knownPlacesIn(options.places);
+    requireOtherOutput(options);
+    open(input, all.size() > 1);
     ReplayOutput output(options.output, terminal);
     // What would go where the one document goes is not made.
     const bool isWritten = !global.json || !options.output.empty();
@@ -98,14 +136,16 @@ AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptio
     for (const NamedOptions& one : all) {
         const bool isDrawn = isWritten && options.format == Format::html && &one == &*chosen;
         readers.listener = isDrawn ? &page : nullptr;
-        summaries.push_back(replay({options.track, one, places}, readers, global));
+        input.options = one;
+        summaries.push_back(replay(input, readers, global));
+        input.reader.reset();
         documents.emplace_back(summaries.back().document());
     }
     if (isLogged && options.format == Format::text) {
         output.write("\n");
     }
     if (isWritten && options.format == Format::html) {
-        output.write(page.html(summaries, places));
+        output.write(page.html(summaries, input.places));
     } else {
         writeSummaries(summaries, options.format, output);
     }

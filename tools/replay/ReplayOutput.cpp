@@ -1,46 +1,28 @@
 #include "tools/replay/ReplayOutput.h"
 
-#include <cerrno>
-#include <cstring>
-#include <utility>
-
-#include "tools/Failure.h"
-#include "tools/InputFile.h"
 #include "tools/Terminal.h"
 
 namespace quorvane::tool {
 
-ReplayOutput::ReplayOutput(std::string thePath, Terminal& theTerminal)
-    : path(std::move(thePath)), terminal(theTerminal) {
+ReplayOutput::ReplayOutput(const std::string& path, Terminal& theTerminal) : terminal(theTerminal) {
     if (!path.empty()) {
-        errno = 0;
-        file.open(path, std::ios::binary | std::ios::trunc);
-        if (!file) {
-            fail();
-        }
+        file.emplace(path);
+        interruption.emplace();
     }
 }
 
 void ReplayOutput::write(std::string_view text) {
-    if (path.empty()) {
-        terminal.line(text.substr(0, text.size() - 1));
+    if (file) {
+        file->write(text);
     } else {
-        file.write(text.data(), static_cast<std::streamsize>(text.size()));
+        terminal.line(text.substr(0, text.size() - 1));
     }
 }
 
 void ReplayOutput::finish() {
-    if (!path.empty()) {
-        errno = 0;
-        file.close();
-        if (!file) {
-            fail();
-        }
+    if (file) {
+        file->finish();
     }
-}
-
-void ReplayOutput::fail() const {
-    throw Failure(nameOfFile(path) + ": " + (errno == 0 ? "cannot be written" : std::strerror(errno)));
 }
 
 } // namespace quorvane::tool

@@ -1,18 +1,22 @@
 #pragma once
 
-#include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "tools/Interruption.h"
+#include "tools/OutputFile.h"
 
 namespace quorvane::tool {
 
 class Terminal;
 
-/// Where a replay writes to: a file, or the terminal where none is named.
+/// Where a replay writes to: a file, or the terminal where none is named. A file has its content once it is finished;
+/// until then a signal makes `Interruption::check` throw, so that nothing half written stays.
 class ReplayOutput {
 public:
     /// Throws a `Failure` when the file cannot be written.
-    ReplayOutput(std::string thePath, Terminal& theTerminal);
+    ReplayOutput(const std::string& path, Terminal& theTerminal);
 
     /// @p text ends with a line break.
     void write(std::string_view text);
@@ -20,11 +24,9 @@ public:
     void finish();
 
 private:
-    [[noreturn]] void fail() const;
-
-    const std::string path;
     Terminal& terminal;
-    std::ofstream file;
+    std::optional<OutputFile> file;
+    std::optional<Interruption> interruption;
 };
 
 } // namespace quorvane::tool

@@ -1,12 +1,12 @@
 #include "tools/replay/ReplayRun.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Facade/Quorvane.h"
 #include "Tracking/TrackingObserver.h"
 #include "testing/DateText.h"
 #include "testing/SimulatedPhone.h"
-#include "testing/TrackReader.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
 #include "tools/Interruption.h"
@@ -54,11 +54,14 @@ private:
     std::optional<testing::DecisionLog> log;
 };
 
+/// Virtual time for which the records of the platform's parts may grow.
+constexpr std::chrono::hours longestUntidied(1);
+
 /// The fixes of a recording, from a file or from memory.
 class Recording {
 public:
-    explicit Recording(const ReplayInput& input) : track(input.recording) {
-        if (!track) {
+    explicit Recording(const ReplayInput& input) : track(input.recording), reader(input.reader) {
+        if (!track && !reader) {
             testing::TrackError error;
             reader = TrackReader::open(input.track, error);
             if (!reader) {
@@ -82,7 +85,7 @@ public:
 private:
     const std::shared_ptr<const testing::Track> track;
     std::size_t taken = 0;
-    std::unique_ptr<TrackReader> reader;
+    std::shared_ptr<TrackReader> reader;
 };
 
 /// One replay from its first fix to its end.
@@ -144,15 +147,20 @@ private:
 
     void followToTheEnd() {
         constexpr std::size_t fixesBetweenTidying = 256;
-        for (std::size_t fixes = 0; const auto next = phone.path()->next(); ++fixes) {
-            advance(*next - summary.duration);
-            summary.duration = *next;
+        std::size_t fixes = 0;
+        std::chrono::nanoseconds tidied{0};
+        while (const auto next = phone.path()->next()) {
+            // Tracking works on where nothing was recorded for long.
+            const std::chrono::nanoseconds reached = std::min(*next, tidied + longestUntidied);
+            advance(reached - summary.duration);
+            summary.duration = reached;
             // A phone on which nothing wants a location does not look where it is.
-            if (phone.path()->next() == next) {
+            if (reached == *next && phone.path()->next() == next) {
                 (void)phone.position();
             }
-            if (fixes % fixesBetweenTidying == 0) {
+            if (fixes++ % fixesBetweenTidying == 0 || reached == tidied + longestUntidied) {
                 tidy();
+                tidied = reached;
             }
         }
         recording.requireNoError();

@@ -12,6 +12,7 @@
 #include "Platform/Platform.h"
 #include "testing/DecisionLog.h"
 #include "testing/Track.h"
+#include "testing/TrackReader.h"
 #include "tools/NamedOptions.h"
 #include "tools/Options.h"
 #include "tools/replay/ReplayListener.h"
@@ -28,6 +29,8 @@ struct ReplayInput {
     KnownPlaces places;
     /// A recording that has been read; none: it is read as it is replayed.
     std::shared_ptr<const testing::Track> recording;
+    /// The file, where it has been opened already; for one replay.
+    std::shared_ptr<testing::TrackReader> reader;
     /// Makes the transport to a real service, which answers in the place of `places`: the clock stands while a request
     /// is in flight. None: nothing is real.
     std::function<std::unique_ptr<platform::HTTPTransport>(platform::Platform& platform)> service;
