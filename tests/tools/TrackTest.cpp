@@ -27,8 +27,7 @@ TEST_P(EndedTrack, ASignalEndsItCleanlyAndTrackingWithIt) {
     EXPECT_THAT(told, HasSubstr("  tracking  by the each-second.json options; a signal (Ctrl+C) ends it\n"));
     EXPECT_THAT(told, HasSubstr("  location  46.05000, 14.50000 within 6 m, moving (BACKGROUND_LOCATION)\n"));
     EXPECT_TRUE(told.ends_with("  tracking  ended by a signal\n")) << told;
-    const auto platform = platform::NativePlatform::make({.home = home});
-    EXPECT_EQ(platform->preferences().boolean(preference::backgroundTracking), false);
+    EXPECT_EQ(isTracking(), false);
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, EndedTrack, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
@@ -71,13 +70,7 @@ TEST_F(TrackTest, ARunThatWasKilledWhileATokenWasRefreshedGoesOnToo) {
     const ReceiverOnAPort receiver;
     track({"--options", eachSecond(), "--socket", receiver.address()});
     ASSERT_TRUE(prints("  tracking  by the each-second.json options; ")) << told;
-    const auto isTracking = [this] {
-        return platform::NativePlatform::make({.home = home})->preferences().boolean(preference::backgroundTracking);
-    };
-    constexpr int longest = 6000;
-    for (int i = 0; i < longest && isTracking() != false; ++i) {
-        poll(nullptr, 0, 10);
-    }
+    EXPECT_TRUE(becomes(false));
     EXPECT_EQ(end(SIGKILL).exitStatus, -1);
     ASSERT_EQ(isTracking(), false);
 
@@ -86,6 +79,22 @@ TEST_F(TrackTest, ARunThatWasKilledWhileATokenWasRefreshedGoesOnToo) {
     ASSERT_TRUE(prints("  tracking  by the stored options; ")) << told;
     EXPECT_THAT(told, HasSubstr("  tracking  goes on where the run before was cut off"));
     EXPECT_EQ(end(SIGTERM).exitStatus, 0);
+}
+
+TEST_F(TrackTest, ASignalWhileATokenIsRefreshedEndsTrackingToo) {
+    serve({"/token:delay=60000ms:skip=1:count=1"}, {.accessTokenLifetime = std::chrono::seconds(2)});
+    const ReceiverOnAPort receiver;
+    track({"--options", eachSecond(), "--socket", receiver.address()});
+    ASSERT_TRUE(prints("  tracking  by the each-second.json options; ")) << told;
+    ASSERT_TRUE(becomes(false));
+    ASSERT_EQ(kill(running.process, SIGTERM), 0);
+    ASSERT_TRUE(prints("  tracking  waits for a token that is being refreshed\n")) << told;
+
+    service.reset();
+
+    EXPECT_EQ(wait().exitStatus, 0);
+    EXPECT_TRUE(told.ends_with("  tracking  ended by a signal\n")) << told;
+    EXPECT_EQ(isTracking(), false);
 }
 
 TEST_F(TrackTest, ASignInAfterARunThatEndedResumesNothing) {

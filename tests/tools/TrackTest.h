@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -13,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Core/PreferenceKeys.h"
+#include "Platform/Native/NativePlatform.h"
+#include "Platform/PreferencesStore.h"
 #include "support/NMEASentences.h"
 #include "tools/PortTest.h"
 #include "tools/ProgramTest.h"
@@ -87,6 +91,19 @@ protected:
             }
         }
         return true;
+    }
+
+    /// What the program's own preferences say.
+    [[nodiscard]] std::optional<bool> isTracking() const {
+        return platform::NativePlatform::make({.home = home})->preferences().boolean(preference::backgroundTracking);
+    }
+    /// Waits until they say so. They say false from the beginning of a refresh on.
+    [[nodiscard]] bool becomes(bool tracking) const {
+        constexpr int longest = 6000;
+        for (int i = 0; i < longest && isTracking() != tracking; ++i) {
+            ::poll(nullptr, 0, 10);
+        }
+        return isTracking() == tracking;
     }
 
     /// Sends a signal and waits for the end.

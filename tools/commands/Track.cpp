@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Core/PreferenceKeys.h"
+#include "Core/SignedInFlag.h"
 #include "Facade/Quorvane.h"
 #include "Platform/Clock.h"
 #include "Platform/PreferencesStore.h"
@@ -193,8 +194,15 @@ private:
     }
 
     void stop(const std::string& end) {
-        if (Quorvane::Tracking::isTracking()) {
+        const SignedInFlag& flag = SignedInFlag::shared();
+        if (flag.isTracking()) {
             Quorvane::Tracking::stop();
+        }
+        // The tokens of a refresh that has no end are lost, and those before are of no use any more.
+        if (flag.isRefreshing()) {
+            report->write("tracking", "waits for a token that is being refreshed");
+            constexpr std::chrono::seconds longest(10);
+            session.platform().mainQueue().runUntil([&flag] { return !flag.isRefreshing(); }, longest);
         }
         session.stored().remove(runKey);
         // What that has posted, and what is posted by it.
