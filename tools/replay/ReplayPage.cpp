@@ -121,10 +121,12 @@ void ReplayPage::observe(platform::Date time, const observed::Geofence& fence) {
         fences.push_back({time, std::nullopt, fence.region});
         return;
     }
-    for (Fence& placed : fences) {
-        if (!placed.removed && placed.region.identifier == fence.region.identifier) {
-            placed.removed = time;
-        }
+    // The one that is placed is among the last of them.
+    const auto placed = std::find_if(fences.rbegin(), fences.rend(), [&fence](const Fence& one) {
+        return !one.removed && one.region.identifier == fence.region.identifier;
+    });
+    if (placed != fences.rend()) {
+        placed->removed = time;
     }
 }
 
