@@ -88,7 +88,6 @@ void TrackedRide::happened(platform::Date now, const testing::phone::Event& even
     }
     if (const auto request = begun.extract(response->id)) {
         inFlight += now - request.mapped();
-        ++answered;
     }
     if (response->target.find("/locations/find?") != std::string::npos) {
         lastAnswer = response->status;

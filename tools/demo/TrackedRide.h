@@ -70,7 +70,6 @@ public:
     [[nodiscard]] std::size_t forced(SyncDecision::Force force) const;
     [[nodiscard]] std::size_t eventCount() const;
 
-    [[nodiscard]] std::size_t answeredCount() const { return answered; }
     /// How far the phone's clock went while a request was in flight.
     [[nodiscard]] platform::Date::duration timeInFlight() const { return inFlight; }
 
@@ -90,7 +89,6 @@ private:
     std::size_t byTimer = 0;
     bool timerWaits = false;
     std::map<std::uint64_t, platform::Date> begun;
-    std::size_t answered = 0;
     platform::Date::duration inFlight{0};
     /// To the last search.
     std::optional<int> lastAnswer;
