@@ -6,8 +6,6 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "JSON/UTF8.h"
-
 namespace quorvane::tool {
 namespace {
 
@@ -23,46 +21,7 @@ std::string formatted(const char* form, Values... values) {
     return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
 }
 
-/// The bytes of the mark of direction that begins here, which would turn round what a terminal shows: U+061C, U+200E,
-/// U+200F, U+202A to U+202E or U+2066 to U+2069. 0 for none.
-std::size_t directionMark(std::string_view text) {
-    if (text.starts_with("\xD8\x9C")) {
-        return 2;
-    }
-    if (!text.starts_with("\xE2\x80") && !text.starts_with("\xE2\x81")) {
-        return 0;
-    }
-    const auto last = static_cast<unsigned char>(text.size() > 2 ? text[2] : 0);
-    const bool isMark = text[1] == '\x81' ? last >= 0xA6U && last <= 0xA9U
-                                          : last == 0x8EU || last == 0x8FU || (last >= 0xAAU && last <= 0xAEU);
-    return isMark ? 3 : 0;
-}
-
 } // namespace
-
-std::string printable(std::string_view text) {
-    const bool isUTF8 = json::isValidUTF8(text);
-    std::string shown;
-    shown.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        // The characters U+0080 to U+009F, which some terminals obey, are C2 80 to C2 9F.
-        const bool isSecondSet =
-            byte == 0xC2U && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
-        if (byte < 0x20U || byte == 0x7FU || (byte >= 0x80U && !isUTF8)) {
-            shown += '?';
-        } else if (isSecondSet) {
-            shown += '?';
-            ++i;
-        } else if (const std::size_t mark = directionMark(text.substr(i)); mark != 0) {
-            shown += '?';
-            i += mark - 1;
-        } else {
-            shown += text[i];
-        }
-    }
-    return shown;
-}
 
 std::size_t width(std::string_view text) {
     std::size_t columns = 0;

@@ -7,11 +7,11 @@
 
 #include "Platform/Clock.h"
 #include "Platform/Location.h"
+#include "testing/TrackText.h"
 
 namespace quorvane::tool {
 
-/// @p text without what would move the cursor of a terminal: each control character and mark of direction is "?".
-[[nodiscard]] std::string printable(std::string_view text);
+using testing::printable;
 
 /// How many columns @p text takes: one for each UTF-8 character.
 [[nodiscard]] std::size_t width(std::string_view text);
