@@ -15,9 +15,9 @@
 #include "Platform/SystemSound.h"
 #include "tools/Failure.h"
 #include "tools/Session.h"
+#include "tools/TemporaryFolder.h"
 #include "tools/Terminal.h"
 #include "tools/ToolPlatform.h"
-#include "tools/demo/TemporaryFolder.h"
 
 namespace quorvane::tool {
 namespace {

@@ -15,6 +15,7 @@
 #include "tools/Failure.h"
 #include "tools/Interruption.h"
 #include "tools/Session.h"
+#include "tools/TemporaryFolder.h"
 #include "tools/Terminal.h"
 #include "tools/Text.h"
 #include "tools/demo/Account.h"
@@ -23,7 +24,6 @@
 #include "tools/demo/Ride.h"
 #include "tools/demo/Stage.h"
 #include "tools/demo/TaskSteps.h"
-#include "tools/demo/TemporaryFolder.h"
 #include "tools/demo/TrackingStep.h"
 #include "tools/demo/Walk.h"
 

@@ -1,4 +1,4 @@
-#include "tools/demo/TemporaryFolder.h"
+#include "tools/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <cstring>
