@@ -1,6 +1,6 @@
 #include <csignal>
 
-#include "tools/Program.h"
+#include "tools/commands/Program.h"
 
 int main(int argc, char** argv) {
     // A reader that goes away shows as a failed write, so that everything is still cleaned up.

@@ -1,7 +1,7 @@
 #include <tuple>
 
-#include "tools/CommandLine.h"
 #include "tools/ProgramTest.h"
+#include "tools/commands/CommandLine.h"
 
 namespace quorvane::tool {
 namespace {

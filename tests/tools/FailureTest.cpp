@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/CommandLine.h"
 #include "tools/Failure.h"
-#include "tools/Program.h"
 #include "tools/Terminal.h"
+#include "tools/commands/CommandLine.h"
+#include "tools/commands/Program.h"
 
 namespace quorvane::tool {
 namespace {

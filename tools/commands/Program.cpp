@@ -1,4 +1,4 @@
-#include "tools/Program.h"
+#include "tools/commands/Program.h"
 
 #include <cerrno>
 #include <exception>
@@ -9,10 +9,10 @@
 #include <variant>
 
 #include "JSON/JSON.h"
-#include "tools/CommandLine.h"
 #include "tools/Failure.h"
 #include "tools/Interruption.h"
 #include "tools/Terminal.h"
+#include "tools/commands/CommandLine.h"
 
 namespace quorvane::tool {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/CommandLine.h"
+#include "tools/commands/CommandLine.h"
 
 #include <algorithm>
 #include <string>
