@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{{"search", "places", "--near", "91,0"},
                   "--near takes a latitude from -90 to 90 and a longitude from -180 to 180, not \"91,0\""},
         WrongLine{{"search", "tasks", "--near", "nan,0"},
-                  "--near takes a latitude from -90 to 90 and a longitude from -180 to 180, not \"nan,0\""},
+                  "--near takes LAT,LNG in degrees, such as 52.0931,5.6642, not \"nan,0\""},
         WrongLine{{"search", "places", "--near"}, "--near needs a value"},
         WrongLine{{"search", "places", "--near", "1,2", "--near", "1,2"}, "--near may be given once only"},
         WrongLine{{"search", "places", "--radius", "-5"}, "--radius" + metres + "\"-5\""},
