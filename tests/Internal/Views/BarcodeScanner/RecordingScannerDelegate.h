@@ -23,8 +23,9 @@ public:
 private:
     void keep(const std::string& call) {
         calls.push_back(call);
-        if (whenCalled) {
-            whenCalled(call);
+        // Of its own, for the call may set another or none.
+        if (const auto then = whenCalled) {
+            then(call);
         }
     }
 };
