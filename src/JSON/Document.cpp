@@ -10,8 +10,6 @@ namespace quorvane::json {
 
 namespace {
 
-constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
-
 using Spare = PerThread<simdjson::dom::document>;
 
 } // namespace

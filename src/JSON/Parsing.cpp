@@ -16,8 +16,6 @@ namespace quorvane::json {
 
 namespace {
 
-constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
-
 /// What the parser does on this processor is chosen before the program makes its first static object, and so outlasts
 /// them all: their destructors may encode and decode.
 [[gnu::constructor(101)]] void chooseImplementation() {

@@ -15,7 +15,6 @@ namespace quorvane::json {
 namespace {
 
 constexpr std::size_t firstCapacity = std::size_t{1} << 12;
-constexpr std::size_t largestKeptCapacity = std::size_t{1} << 20;
 constexpr std::size_t longestEscape = 6;
 constexpr std::size_t wordSize = 8;
 constexpr std::uint64_t everyByte = 0x0101010101010101;
