@@ -23,6 +23,11 @@ function(quorvane_compile_options target)
         # of an empty optional for one that is read (GCC bug 80635).
         target_compile_options(${target} PRIVATE $<$<NOT:$<CONFIG:Debug>>:-Wno-restrict;-Wno-maybe-uninitialized>)
     endif()
+    if(QUORVANE_IN_BATCHES)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+        # Of a file's neighbours these know nothing that matters.
+        target_compile_options(${target} PRIVATE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    endif()
     if(QUORVANE_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${QUORVANE_SANITIZE} -fno-omit-frame-pointer
                                                  -fno-sanitize-recover=all)
@@ -62,11 +67,6 @@ function(quorvane_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/src
                                                ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE Quorvane::SDK ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
-    if(QUORVANE_TESTS_IN_BATCHES)
-        set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-        # Of a file's neighbours these know nothing that matters.
-        target_compile_options(${name} PRIVATE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
-    endif()
     set(properties TIMEOUT 300)
     if(ARG_LABELS)
         list(APPEND properties LABELS ${ARG_LABELS})

@@ -8,12 +8,12 @@ namespace quorvane::sandbox {
 namespace {
 
 /// Metres of a degree of latitude, a little too few, so that a rectangle is never too small.
-constexpr double metresPerDegree = 111'000;
+constexpr double fewestMetresPerDegree = 111'000;
 
 } // namespace
 
 std::vector<Area> areasAround(const platform::Coordinate& center, double radius) {
-    const double reach = radius / metresPerDegree;
+    const double reach = radius / fewestMetresPerDegree;
     Area area{.south = std::max(-90.0, center.latitude - reach), .north = std::min(90.0, center.latitude + reach)};
     const double farthestLatitude = std::max(std::abs(center.latitude - reach), std::abs(center.latitude + reach));
     if (farthestLatitude >= 90) {

@@ -20,7 +20,6 @@ namespace quorvane::testing {
 namespace {
 
 using platform::Date;
-using std::chrono::seconds;
 
 /// Nobody counts beyond: the difference keeps every time within what a date can tell.
 constexpr std::int64_t mostUntimed = 8'000'000;
@@ -121,7 +120,7 @@ void TrackReader::findFirstTime(const TrackOrigin& origin) {
     TrackPoint point;
     while (ahead->next(point)) {
         if (point.isTimed) {
-            nextTime = point.fix.timestamp - seconds(std::min(untimed, mostUntimed));
+            nextTime = point.fix.timestamp - std::chrono::seconds(std::min(untimed, mostUntimed));
             return;
         }
         ++untimed;
@@ -145,7 +144,7 @@ std::optional<platform::Location> TrackReader::next() {
     if (!point.isTimed) {
         point.fix.timestamp = nextTime;
     }
-    nextTime = std::min(point.fix.timestamp, Date::max() - seconds(1)) + seconds(1);
+    nextTime = std::min(point.fix.timestamp, Date::max() - std::chrono::seconds(1)) + std::chrono::seconds(1);
     return point.fix;
 }
 

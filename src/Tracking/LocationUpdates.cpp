@@ -10,7 +10,7 @@
 namespace quorvane {
 namespace {
 
-using Change = observed::UpdateTimer::Change;
+using TimerChange = observed::UpdateTimer::Change;
 
 /// Longer than any application runs, and short enough to be counted in nanoseconds.
 constexpr std::int64_t longestInterval = std::chrono::seconds(std::chrono::years(100)).count();
@@ -34,12 +34,12 @@ void LocationUpdates::start(std::int64_t interval) {
     log.verbose([&] { return "Starting timer; interval = " + std::to_string(interval); });
     cancelShutdowns();
     if (started) {
-        observation.tell([&] { return observed::UpdateTimer{Change::stopped, startedInterval}; });
+        observation.tell([&] { return observed::UpdateTimer{TimerChange::stopped, startedInterval}; });
     }
     timer = std::make_unique<platform::Timer>(
         platform.clock(), platform.mainQueue(),
         std::chrono::seconds(std::clamp(interval, std::int64_t{0}, longestInterval)), [this] { tick(); });
-    observation.tell([&] { return observed::UpdateTimer{Change::started, interval}; });
+    observation.tell([&] { return observed::UpdateTimer{TimerChange::started, interval}; });
     setCoarseUpdates(true);
     started = true;
     startedInterval = interval;
@@ -52,7 +52,7 @@ void LocationUpdates::stop(bool isHeldBack, std::chrono::seconds delay) {
     log.verbose("Stopping timer");
     timer->invalidate();
     if (std::exchange(started, false)) {
-        observation.tell([&] { return observed::UpdateTimer{Change::stopped, startedInterval}; });
+        observation.tell([&] { return observed::UpdateTimer{TimerChange::stopped, startedInterval}; });
     }
     startedInterval = 0;
     if (isHeldBack) {
@@ -72,7 +72,7 @@ void LocationUpdates::stop(bool isHeldBack, std::chrono::seconds delay) {
 
 void LocationUpdates::tick() {
     log.verbose("Timer fired");
-    observation.tell([&] { return observed::UpdateTimer{Change::fired, startedInterval}; });
+    observation.tell([&] { return observed::UpdateTimer{TimerChange::fired, startedInterval}; });
     QVBackgroundTaskManager::shared().startBackgroundTask();
     log.verbose("Requesting location");
     observation.tell([] { return observed::LocationRequest{true, std::nullopt}; });

@@ -14,7 +14,7 @@
 namespace quorvane {
 namespace {
 
-using Change = observed::BackgroundGrant::Change;
+using GrantChange = observed::BackgroundGrant::Change;
 
 /// What stands for the foreground, where nothing limits the time.
 constexpr double foregroundSeconds = 180;
@@ -43,7 +43,7 @@ void QVBackgroundTaskManager::startBackgroundTask() {
     const double duration = remaining > longestGrant ? longestGrant : remaining - reserve;
     if (duration < shortestGrant) {
         logger.log(QVLogLevel::WARNING, "Background time expiring | duration = " + json::textOf(duration));
-        observation.tell([&] { return observed::BackgroundGrant{Change::expiring, 0, duration}; });
+        observation.tell([&] { return observed::BackgroundGrant{GrantChange::expiring, 0, duration}; });
         return;
     }
 
@@ -61,13 +61,13 @@ void QVBackgroundTaskManager::startBackgroundTask() {
         tasks.push_back(task);
         logger.log(QVLogLevel::WARNING, "Started background task | tid = " + std::to_string(task));
     });
-    observation.tell([&] { return observed::BackgroundGrant{Change::begun, task, duration}; });
+    observation.tell([&] { return observed::BackgroundGrant{GrantChange::begun, task, duration}; });
 }
 
 void QVBackgroundTaskManager::expire(Identifier task) {
     // The words in parentheses are the line as it has always been: no number takes their place.
     logger.log(QVLogLevel::WARNING, "Expiring background task | tid = (identifier.rawValue)");
-    observation.tell([&] { return observed::BackgroundGrant{Change::expired, task, 0}; });
+    observation.tell([&] { return observed::BackgroundGrant{GrantChange::expired, task, 0}; });
     endBackgroundTask(task);
 }
 
@@ -77,7 +77,7 @@ void QVBackgroundTaskManager::endBackgroundTask(Identifier task) {
         platform.application().endBackgroundTask(task);
         if (const auto found = std::find(tasks.begin(), tasks.end(), task); found != tasks.end()) {
             tasks.erase(found);
-            observation.tell([&] { return observed::BackgroundGrant{Change::ended, task, 0}; });
+            observation.tell([&] { return observed::BackgroundGrant{GrantChange::ended, task, 0}; });
         }
     });
 }
@@ -87,7 +87,7 @@ void QVBackgroundTaskManager::endBackgroundTasks() {
         logger.log(QVLogLevel::WARNING, "Ending background tasks | count = " + std::to_string(tasks.size()));
         for (const Identifier task : tasks) {
             platform.application().endBackgroundTask(task);
-            observation.tell([&] { return observed::BackgroundGrant{Change::ended, task, 0}; });
+            observation.tell([&] { return observed::BackgroundGrant{GrantChange::ended, task, 0}; });
         }
         tasks.clear();
     });

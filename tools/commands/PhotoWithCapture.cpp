@@ -17,7 +17,7 @@
 namespace quorvane::tool {
 namespace {
 
-class Host final : public platform::ImagePickerDelegate {
+class PhotoHost final : public platform::ImagePickerDelegate {
 public:
     std::shared_ptr<const platform::Image> photo;
     bool hasFailed = false;
@@ -49,7 +49,7 @@ std::shared_ptr<const platform::Image> takePhoto(const QVQuestion& question, con
         accelerometer = std::make_shared<platform::qt::QtAccelerometer>(platform.clock(), platform.mainQueue());
     }
     run.see(file, accelerometer);
-    const auto host = std::make_shared<Host>();
+    const auto host = std::make_shared<PhotoHost>();
     const auto picker = std::dynamic_pointer_cast<capture::CameraPicker>(
         Quorvane::createImagePicker(std::make_shared<QVQuestion>(question)));
     if (!picker) {

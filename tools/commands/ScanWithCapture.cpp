@@ -20,7 +20,7 @@ constexpr std::chrono::seconds lookingTime{2};
 /// A stop that no success follows within this time was the user's.
 constexpr std::chrono::seconds successFollows{1};
 
-class Host final : public BarcodeScannerDelegate {
+class ScannerHost final : public BarcodeScannerDelegate {
 public:
     std::optional<std::string> code;
     bool hasFailed = false;
@@ -46,7 +46,7 @@ std::string scan(const ScanOptions& options, const GlobalOptions& global, Termin
     const auto file = options.file.empty() ? nullptr : camerasOf(options.file, {true, lookingTime});
     setErrorsAside(aside, file.get(), global);
     run.see(file);
-    const auto host = std::make_shared<Host>();
+    const auto host = std::make_shared<ScannerHost>();
     const auto scanner = Quorvane::createBarcodeScanner();
     scanner->delegate = host;
     capture::present(*scanner, false);

@@ -10,7 +10,7 @@
 namespace quorvane::tool {
 namespace {
 
-constexpr std::size_t column = 16;
+constexpr std::size_t answerColumn = 16;
 
 void requireSubmitted(const Submitted& submitted) {
     if (submitted.status == QVStatus::SUCCESS) {
@@ -58,13 +58,13 @@ AnyCodable::Dictionary submitEntry(const TaskOptions& options, const GlobalOptio
     const QVTaskResponse& response = *submitted.response;
     terminal.line("answered " + questionText(*task, options.question));
     if (response.score) {
-        terminal.row("score", std::to_string(*response.score), column);
+        terminal.row("score", std::to_string(*response.score), answerColumn);
     }
-    terminal.row("state", json::rawValue(response.state), column);
+    terminal.row("state", json::rawValue(response.state), answerColumn);
     if (response.photoUrl) {
-        terminal.row("photo", printable(*response.photoUrl), column);
+        terminal.row("photo", printable(*response.photoUrl), answerColumn);
     }
-    terminal.row("next question", response.nextKey ? questionText(*task, *response.nextKey) : "none", column);
+    terminal.row("next question", response.nextKey ? questionText(*task, *response.nextKey) : "none", answerColumn);
     return {{"response", json::readExactly(json::encode(response))}};
 }
 

@@ -10,7 +10,7 @@
 namespace quorvane::tool {
 namespace {
 
-constexpr std::size_t column = 16;
+constexpr std::size_t claimColumn = 16;
 
 void requireClaimed(QVStatus status, const QVTask& task, const TaskOptions& options, const Session& session) {
     const std::string sentence(sentenceFor(status));
@@ -49,10 +49,10 @@ AnyCodable::Dictionary claimTask(const TaskOptions& options, const GlobalOptions
     }
 
     terminal.line("claimed " + titleOf(*claimed.task));
-    terminal.row("key", printable(claimed.task->key.value_or("")), column);
-    terminal.row("state", json::rawValue(claimed.task->state), column);
+    terminal.row("key", printable(claimed.task->key.value_or("")), claimColumn);
+    terminal.row("state", json::rawValue(claimed.task->state), claimColumn);
     if (claimed.task->nextQuestion) {
-        terminal.row("next question", questionText(*claimed.task, *claimed.task->nextQuestion), column);
+        terminal.row("next question", questionText(*claimed.task, *claimed.task->nextQuestion), claimColumn);
     }
     return {{"task", json::readExactly(json::encode(*claimed.task))}};
 }

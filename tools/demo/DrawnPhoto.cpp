@@ -10,8 +10,8 @@
 namespace quorvane::tool {
 namespace {
 
-constexpr int width = 1600;
-constexpr int height = 1200;
+constexpr int photoWidth = 1600;
+constexpr int photoHeight = 1200;
 
 using Color = std::array<int, 3>;
 
@@ -52,10 +52,10 @@ Color colorAt(int x, int y) {
 
 std::shared_ptr<platform::Image> drawnPhoto() {
     std::string pixels;
-    pixels.reserve(std::size_t{3} * width * height);
+    pixels.reserve(std::size_t{3} * photoWidth * photoHeight);
     std::uint32_t grain = 1;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
+    for (int y = 0; y < photoHeight; ++y) {
+        for (int x = 0; x < photoWidth; ++x) {
             // Some grain, as every sensor has.
             grain = grain * 1664525U + 1013904223U;
             for (const int channel : colorAt(x, y)) {
@@ -63,7 +63,7 @@ std::shared_ptr<platform::Image> drawnPhoto() {
             }
         }
     }
-    return pictureOf(width, height, pixels);
+    return pictureOf(photoWidth, photoHeight, pixels);
 }
 
 } // namespace quorvane::tool

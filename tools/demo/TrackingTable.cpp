@@ -18,7 +18,7 @@ using Kind = testing::RecordingDelegate::Kind;
 using Source = QVLocationSource;
 using Type = QVEventType;
 
-constexpr std::size_t column = 10;
+constexpr std::size_t labelColumn = 10;
 constexpr std::size_t mostOfAKind = 4;
 
 /// How many are not shown.
@@ -68,10 +68,10 @@ void printStops(const TrackedRide& ride, Terminal& terminal) {
         terminal.row(std::exchange(label, ""),
                      timeText(stop.begin) + (stop.end ? " to " + timeText(*stop.end) : " to the end") + ", near " +
                          coordinateText(stop.coordinate),
-                     column);
+                     labelColumn);
     }
     if (const std::size_t hidden = beyond(ride.stops().size()); hidden > 0) {
-        terminal.row(label, "and " + std::to_string(hidden) + " more", column);
+        terminal.row(label, "and " + std::to_string(hidden) + " more", labelColumn);
     }
 }
 
@@ -154,15 +154,15 @@ void printTracking(const TrackedPreset& preset, Terminal& terminal) {
     terminal.line(terminal.painted("Tracking the ride, " + titleOf(preset), Paint::heading));
     const char* label = "rules";
     for (const std::string& rule : rulesOf(*preset.options)) {
-        terminal.row(std::exchange(label, ""), rule, column);
+        terminal.row(std::exchange(label, ""), rule, labelColumn);
     }
     printSyncs(preset.ride, terminal);
-    terminal.row("fixes", fixText(preset.ride), column);
-    terminal.row("syncs", syncText(preset.ride), column);
+    terminal.row("fixes", fixText(preset.ride), labelColumn);
+    terminal.row("syncs", syncText(preset.ride), labelColumn);
     printStops(preset.ride, terminal);
-    terminal.row("delegate", callText(preset.ride), column);
-    terminal.row("phone", phoneText(preset.summary.usage), column);
-    terminal.row("network", networkText(preset), column);
+    terminal.row("delegate", callText(preset.ride), labelColumn);
+    terminal.row("phone", phoneText(preset.summary.usage), labelColumn);
+    terminal.row("network", networkText(preset), labelColumn);
 }
 
 void printSideBySide(const std::list<TrackedPreset>& presets, Terminal& terminal) {
@@ -170,7 +170,7 @@ void printSideBySide(const std::list<TrackedPreset>& presets, Terminal& terminal
     std::vector<Table::Column> columns{{""}};
     for (const TrackedPreset& preset : presets) {
         summaries.push_back(preset.summary);
-        columns.push_back({titleOf(preset), column * 2, true});
+        columns.push_back({titleOf(preset), labelColumn * 2, true});
     }
     Table table(columns);
     for (const SummaryRow& row : summaryRows(summaries)) {

@@ -14,7 +14,7 @@ constexpr CodeFinder::Lines wholeLines{2, 4};
 /// As many as tell a code of bars from its surroundings.
 constexpr int slantedRows = 96;
 /// What is read at once of a picture; of more, the pixels are averaged.
-constexpr double mostPixels = 2'100'000;
+constexpr double mostPixelsAtOnce = 2'100'000;
 constexpr double usualPixels = 1280.0 * 720;
 constexpr double mostMiddlePixels = 400'000;
 
@@ -26,7 +26,7 @@ Sightings CodeSearch::search(const GrayPicture& picture) {
         return {};
     }
     whole = &picture;
-    const double factor = std::ceil(std::sqrt(static_cast<double>(picture.count()) / mostPixels));
+    const double factor = std::ceil(std::sqrt(static_cast<double>(picture.count()) / mostPixelsAtOnce));
     if (factor > 1 && makeReduced(picture, static_cast<int>(factor), reduced)) {
         whole = &reduced;
     }
