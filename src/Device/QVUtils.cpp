@@ -114,11 +114,17 @@ constexpr auto models = std::to_array<Model>({
     {"AudioAccessory1,1", "HomePod"},
 });
 
+/// In the order of identifiers: every request names the model.
+constexpr auto modelsByIdentifier = [] {
+    auto sorted = models;
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+}();
+
 /// The table's name for an identifier, or the identifier itself.
 std::string_view modelName(std::string_view identifier) {
-    const auto* const found =
-        std::find_if(models.begin(), models.end(), [&](const Model& model) { return model.first == identifier; });
-    return found == models.end() ? identifier : found->second;
+    const auto* const found = std::ranges::lower_bound(modelsByIdentifier, identifier, {}, &Model::first);
+    return found == modelsByIdentifier.end() || found->first != identifier ? identifier : found->second;
 }
 
 /// The keys of a stored location.
