@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "Platform/DerivedLocations.h"
+#include "Platform/Support/DerivedLocations.h"
 #include "testing/PhonePlatform.h"
 #include "testing/SimulatedPhone.h"
 

@@ -3,9 +3,9 @@
 #include <functional>
 #include <memory>
 
-#include "Platform/DerivedLocations.h"
 #include "Platform/HTTPTransport.h"
 #include "Platform/Platform.h"
+#include "Platform/Support/DerivedLocations.h"
 #include "testing/PhoneApplication.h"
 #include "testing/SimulatedPlatform.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Platform/Platform.h"
-#include "Platform/SampledMotionManager.h"
+#include "Platform/Support/SampledMotionManager.h"
 
 namespace quorvane::testing {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Platform/Precondition.h"
-#include "Platform/WaitingWork.h"
+#include "Platform/Support/WaitingWork.h"
 
 namespace quorvane::testing {
 

@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "Platform/Native/NativeMainQueue.h"
-#include "Platform/WaitingWork.h"
+#include "Platform/Support/WaitingWork.h"
 
 namespace quorvane::platform::native {
 

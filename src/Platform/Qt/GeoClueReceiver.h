@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/Delay.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/SystemBus.h"
+#include "Platform/Support/Delay.h"
 
 QT_BEGIN_NAMESPACE
 class QDBusError;

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "JSON/AnyCodable.h"
-#include "Platform/DerivedLocations.h"
+#include "Platform/Support/DerivedLocations.h"
 
 namespace quorvane::platform {
 class PreferencesStore;

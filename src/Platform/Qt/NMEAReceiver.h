@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "Platform/Delay.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
+#include "Platform/Support/Delay.h"
 
 QT_BEGIN_NAMESPACE
 class QGeoPositionInfo;

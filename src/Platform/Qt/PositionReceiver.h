@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "Platform/DerivedLocations.h"
+#include "Platform/Support/DerivedLocations.h"
 
 namespace quorvane::platform::qt {
 

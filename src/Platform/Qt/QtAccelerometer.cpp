@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "Platform/MainQueue.h"
-#include "Platform/SampledMotionManager.h"
 #include "Platform/SerialQueue.h"
+#include "Platform/Support/SampledMotionManager.h"
 
 namespace quorvane::platform::qt {
 namespace {

@@ -3,11 +3,11 @@
 #include <chrono>
 #include <memory>
 
-#include "Platform/Delay.h"
-#include "Platform/DerivedLocations.h"
 #include "Platform/Qt/KeptServices.h"
 #include "Platform/Qt/PositionReceiver.h"
 #include "Platform/Qt/QtOptions.h"
+#include "Platform/Support/Delay.h"
+#include "Platform/Support/DerivedLocations.h"
 
 namespace quorvane::platform {
 class Application;

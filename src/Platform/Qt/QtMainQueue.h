@@ -10,7 +10,7 @@
 #include <thread>
 
 #include "Platform/Native/NativeMainQueue.h"
-#include "Platform/WaitingWork.h"
+#include "Platform/Support/WaitingWork.h"
 
 QT_BEGIN_NAMESPACE
 class QEventLoop;

@@ -1,4 +1,4 @@
-#include "Platform/SampledMotionManager.h"
+#include "Platform/Support/SampledMotionManager.h"
 
 #include <utility>
 

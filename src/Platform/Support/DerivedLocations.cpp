@@ -1,11 +1,11 @@
-#include "Platform/DerivedLocations.h"
+#include "Platform/Support/DerivedLocations.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "Platform/Clock.h"
-#include "Platform/DerivedLocationManager.h"
 #include "Platform/MainQueue.h"
+#include "Platform/Support/DerivedLocationManager.h"
 
 namespace quorvane::platform {
 

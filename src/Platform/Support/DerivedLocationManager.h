@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "Platform/DerivedLocations.h"
 #include "Platform/MainQueue.h"
+#include "Platform/Support/DerivedLocations.h"
 
 namespace quorvane::platform {
 

@@ -1,4 +1,4 @@
-#include "Platform/WaitingWork.h"
+#include "Platform/Support/WaitingWork.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "Platform/RegionMonitor.h"
+#include "Platform/Support/RegionMonitor.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Platform/VisitMonitor.h"
+#include "Platform/Support/VisitMonitor.h"
 
 namespace quorvane::platform {
 namespace {

@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "Platform/Delay.h"
 #include "Platform/Lifetime.h"
 #include "Platform/LocationManager.h"
-#include "Platform/RegionMonitor.h"
-#include "Platform/SignificantChangeMonitor.h"
-#include "Platform/VisitMonitor.h"
+#include "Platform/Support/Delay.h"
+#include "Platform/Support/RegionMonitor.h"
+#include "Platform/Support/SignificantChangeMonitor.h"
+#include "Platform/Support/VisitMonitor.h"
 
 namespace quorvane::platform {
 

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "Platform/RegionMonitor.h"
+#include "Platform/Support/RegionMonitor.h"
 
 namespace quorvane::platform {
 namespace {

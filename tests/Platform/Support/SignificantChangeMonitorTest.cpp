@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Platform/SignificantChangeMonitor.h"
+#include "Platform/Support/SignificantChangeMonitor.h"
 
 namespace quorvane::platform {
 namespace {

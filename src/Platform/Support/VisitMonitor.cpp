@@ -1,4 +1,4 @@
-#include "Platform/VisitMonitor.h"
+#include "Platform/Support/VisitMonitor.h"
 
 #include <cmath>
 

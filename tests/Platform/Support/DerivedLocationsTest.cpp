@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "Platform/DerivedLocations.h"
 #include "Platform/FakeTime.h"
+#include "Platform/Support/DerivedLocations.h"
 #include "Platform/contract/LocationRig.h"
 
 namespace quorvane::platform {

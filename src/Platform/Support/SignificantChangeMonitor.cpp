@@ -1,4 +1,4 @@
-#include "Platform/SignificantChangeMonitor.h"
+#include "Platform/Support/SignificantChangeMonitor.h"
 
 #include <utility>
 
