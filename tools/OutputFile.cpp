@@ -19,15 +19,15 @@ OutputFile::OutputFile(std::string thePath) : path(std::move(thePath)) {
     if (stat(path.c_str(), &status) == 0) {
         std::error_code unknown;
         const std::string real = std::filesystem::canonical(path, unknown).string();
-        if (S_ISREG(status.st_mode) && !unknown) {
+        if (S_ISREG(status.st_mode) && status.st_nlink == 1 && !unknown) {
             // A file that may not be written may not be replaced either.
             if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
                 fail(errno);
             }
-            openBeside(real, status.st_mode & 07777U);
+            openBeside(real, &status);
         }
     } else if (errno == ENOENT && lstat(path.c_str(), &status) != 0) {
-        openBeside(path, std::nullopt);
+        openBeside(path, nullptr);
     }
     if (!file) {
         openAtOnce();
@@ -40,7 +40,7 @@ OutputFile::~OutputFile() {
     }
 }
 
-void OutputFile::openBeside(const std::string& theTarget, std::optional<unsigned> mode) {
+void OutputFile::openBeside(const std::string& theTarget, const struct stat* before) {
     const std::filesystem::path folder = std::filesystem::path(theTarget).parent_path();
     std::string name;
     // One of an earlier process of this number may have stayed.
@@ -54,8 +54,12 @@ void OutputFile::openBeside(const std::string& theTarget, std::optional<unsigned
         }
         return;
     }
-    if (mode) {
-        static_cast<void>(fchmod(fileno(file.get()), *mode));
+    const int number = fileno(file.get());
+    if (before != nullptr &&
+        (fchown(number, before->st_uid, before->st_gid) != 0 || fchmod(number, before->st_mode & 07777U) != 0)) {
+        file = nullptr;
+        unlink(name.c_str());
+        return;
     }
     staged = name;
     target = theTarget;

@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include "support/ChildProcess.h"
 #include "support/ScratchDirectory.h"
 #include "tools/InputFile.h"
 #include "tools/OutputFile.h"
@@ -120,6 +121,38 @@ TEST_F(OutputFileTest, ALinkStaysALink) {
     EXPECT_EQ(contentOf(real), "replaced through the link");
 
     EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(filesInFolder(), 2);
+}
+
+TEST_F(OutputFileTest, AFileOfTwoNamesIsWrittenToAtOnceAndKeepsBoth) {
+    write(path, "the earlier one");
+    const std::string other = scratch.path() + "/other";
+    std::filesystem::create_hard_link(path, other);
+
+    write(path, "the later one");
+
+    EXPECT_EQ(contentOf(other), "the later one");
+    EXPECT_EQ(filesInFolder(), 2);
+}
+
+TEST_F(OutputFileTest, WhatAnOrdinaryUserMayNotWriteIsRefusedAndAFolderThatTakesNothingDoesNotMatter) {
+    write(path, "the earlier one");
+    const std::string locked = scratch.path() + "/locked";
+    write(locked, "not to be written");
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    ASSERT_EQ(chmod(locked.c_str(), 0444), 0);
+    ASSERT_EQ(chmod(scratch.path().c_str(), 0555), 0);
+
+    testing::ChildProcess user([&] {
+        testing::giveUpPrivileges();
+        EXPECT_EQ(failureOf(locked), locked + ": Permission denied");
+        write(path, "the later one");
+    });
+    EXPECT_TRUE(user.succeeds());
+
+    ASSERT_EQ(chmod(scratch.path().c_str(), 0755), 0);
+    EXPECT_EQ(contentOf(locked), "not to be written");
+    EXPECT_EQ(contentOf(path), "the later one");
     EXPECT_EQ(filesInFolder(), 2);
 }
 

@@ -1,5 +1,7 @@
 #include "tools/ReplayTest.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -241,6 +243,36 @@ INSTANTIATE_TEST_SUITE_P(Files, RealRecording,
                              const std::string& name = one.param.name;
                              return name.substr(0, name.find_first_of("-."));
                          });
+
+TEST_F(ReplayTest, ASignalLeavesTheEarlierOutputAndNothingElse) {
+    // Years that tracking works through by the hour.
+    std::string months = "lat,lon,time\n";
+    for (int year = 2000; year < 2100; ++year) {
+        for (const char* const month : {"01", "02", "03", "04", "05", "06", "07", "08", "09", "10", "11", "12"}) {
+            months += "46.05,14.5," + std::to_string(year) + "-" + month + "-01T00:00:00Z\n";
+        }
+    }
+    const std::string track = makeFile("months.csv", months);
+    const std::filesystem::path folder = scratch / "outputs";
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder / "days.log") << "the earlier one";
+    const Running running = start({"replay", track, "--output", (folder / "days.log").string()});
+    const auto hasBegun = [&folder] {
+        return std::ranges::any_of(std::filesystem::directory_iterator(folder), [](const auto& entry) {
+            return entry.path().filename() != "days.log" && entry.file_size() > 0;
+        });
+    };
+    const auto latest = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!hasBegun() && std::chrono::steady_clock::now() < latest) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+
+    ASSERT_EQ(kill(running.process, SIGTERM), 0);
+
+    EXPECT_EQ(finish(running).exitStatus, 128 + SIGTERM);
+    EXPECT_EQ(contentOf("outputs/days.log"), "the earlier one");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+}
 
 TEST_F(ReplayTest, FilesThatCannotBeReadEndWithOneAndASentence) {
     const std::string text = makeFile("story.txt", "Once upon a time\n");

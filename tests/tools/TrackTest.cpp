@@ -97,6 +97,25 @@ TEST_F(TrackTest, ASignalWhileATokenIsRefreshedEndsTrackingToo) {
     EXPECT_EQ(isTracking(), false);
 }
 
+TEST_F(TrackTest, ASignalWhileATokenIsRefreshedWaitsForTheNewOnes) {
+    serve({"/token:delay=3000ms:skip=1:count=1"}, {.accessTokenLifetime = std::chrono::seconds(2)});
+    const ReceiverOnAPort receiver;
+    track({"--options", eachSecond(), "--socket", receiver.address()});
+    ASSERT_TRUE(prints("  tracking  by the each-second.json options; ")) << told;
+    const auto refreshToken = [this] {
+        return platform::NativePlatform::make({.home = home})->preferences().string(preference::refreshToken);
+    };
+    const std::optional<std::string> earlier = refreshToken();
+    ASSERT_TRUE(becomes(false));
+
+    ASSERT_EQ(kill(running.process, SIGTERM), 0);
+
+    EXPECT_EQ(wait().exitStatus, 0);
+    EXPECT_TRUE(earlier);
+    EXPECT_NE(refreshToken(), earlier);
+    EXPECT_EQ(isTracking(), false);
+}
+
 TEST_F(TrackTest, ASignInAfterARunThatEndedResumesNothing) {
     serve();
     const ReceiverOnAPort receiver;

@@ -7,7 +7,10 @@ namespace quorvane::tool {
 ReplayOutput::ReplayOutput(const std::string& path, Terminal& theTerminal) : terminal(theTerminal) {
     if (!path.empty()) {
         file.emplace(path);
-        interruption.emplace();
+        // What is written at once may as well end at once, be it in the middle of a write that waits for a reader.
+        if (file->isStaged()) {
+            interruption.emplace();
+        }
     }
 }
 

@@ -11,8 +11,8 @@ namespace quorvane::tool {
 
 class Terminal;
 
-/// Where a replay writes to: a file, or the terminal where none is named. A file has its content once it is finished;
-/// until then a signal makes `Interruption::check` throw, so that nothing half written stays.
+/// Where a replay writes to: a file, or the terminal where none is named. While a file waits for its name, a signal
+/// makes `Interruption::check` throw, so that nothing half written stays.
 class ReplayOutput {
 public:
     /// Throws a `Failure` when the file cannot be written.
