@@ -20,8 +20,8 @@ struct SandboxOptions {
     int dataPort = 0;
     int identityPort = 0;
     /// A file that keeps places, tasks, claims, answers, photos and tokens; empty: in memory. Where it holds other
-    /// places and tasks than these options make, those are replaced, and claims, answers and photos thrown away with
-    /// them.
+    /// places and tasks than these options make, those are replaced, and claims, answers, photos and where users
+    /// searched last thrown away with them.
     std::string database;
     /// The same seed around the same points makes the same places and tasks.
     std::uint64_t seed = 1;
@@ -44,8 +44,7 @@ struct SandboxOptions {
     std::vector<Fault> faults;
     /// Told of each request, one at a time, on any thread, before its answer goes out.
     std::function<void(const RequestRecord&)> onRequest;
-    /// Told, in one sentence and before `start` returns, when what users did with other places and tasks is thrown
-    /// away.
+    /// Told, in one sentence and before `start` returns, when claims of other tasks are thrown away.
     std::function<void(const std::string&)> onNotice;
 };
 

@@ -23,7 +23,8 @@ constexpr char lowered(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// @p text without what would move the cursor of a terminal: each control character and mark of direction is "?".
+/// @p text without what would move the cursor of a terminal: each control character and mark of direction is "?", and
+/// so is each byte beyond ASCII of a text that is no UTF-8.
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// @p text in quotes, on one line and of a readable length.

@@ -17,8 +17,9 @@ namespace quorvane::platform {
 ///   as another type answers none, but an integer reads as a double too;
 /// - an absent entry is none; an empty text or dictionary is a value of its own. A dictionary of more than 512 levels,
 ///   its own included, is refused: what was stored stays, and a line on the platform's output tells so each time;
-/// - no call throws or blocks for longer than a disk write; a write that the disk refuses is kept in memory for this
-///   run and told once on the platform's output.
+/// - no call throws, nor blocks for longer than a disk write or a wait of seconds for another process that holds the
+///   file; a write that the disk or that process refuses is kept in memory for this run and told once on the platform's
+///   output.
 class PreferencesStore {
 public:
     PreferencesStore() = default;

@@ -39,7 +39,7 @@ enum class FileOutcome {
 /// Written ahead to a log that every other process on the file sees at once, and that a killed process cannot lose.
 class PreferencesFile {
 public:
-    /// @p longestWait is how long an operation waits for other processes.
+    /// @p longestWait is how long each wait for another process lasts; few operations wait more than once.
     explicit PreferencesFile(std::string path, std::chrono::milliseconds longestWait = std::chrono::seconds(2));
     PreferencesFile(const PreferencesFile&) = delete;
     PreferencesFile& operator=(const PreferencesFile&) = delete;

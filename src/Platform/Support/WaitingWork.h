@@ -33,7 +33,8 @@ public:
     /// @p delay from @p now, short of the end of time; a negative one counts as none.
     [[nodiscard]] static Time after(Time now, std::chrono::nanoseconds delay);
 
-    /// False when it was not taken: it is empty, or all is closed. @p now does not fall from post to post.
+    /// False when it was not taken: it is empty, or all is closed. For `takeFirst`, @p now must not fall from post to
+    /// post.
     bool post(Time now, Work work);
     /// Never 0, though what is empty or comes after `close` never runs.
     Ticket postAfter(Time now, std::chrono::nanoseconds delay, Work work);
