@@ -11,7 +11,7 @@ constexpr QSize usualSize{412, 732};
 
 } // namespace
 
-OwnWindow::OwnWindow(std::function<void()> theClosing) : closing(std::move(theClosing)) {
+OwnWindow::OwnWindow(std::function<void()> theOnClose) : onClose(std::move(theOnClose)) {
     setTitle(QGuiApplication::applicationDisplayName());
     setColor(Qt::black);
     resize(usualSize);
@@ -20,7 +20,7 @@ OwnWindow::OwnWindow(std::function<void()> theClosing) : closing(std::move(theCl
 void OwnWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     // Of its own, for the call ends the showing and with it what the window knows.
-    if (const std::function<void()> close = closing) {
+    if (const std::function<void()> close = onClose) {
         close();
     }
 }

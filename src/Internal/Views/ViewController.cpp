@@ -164,7 +164,8 @@ void ViewController::present(bool animated) {
     }
     ownWindow.reset(new OwnWindow([this] { closeOwnWindow(); }));
     present(*ownWindow, animated);
-    if (presented) {
+    // The host may have presented it elsewhere meanwhile.
+    if (presented && ownWindow) {
         ownWindow->show();
     }
 }

@@ -236,6 +236,20 @@ TEST_F(ScannerLifeTest, ClosingItsOwnWindowIsACancel) {
     EXPECT_FALSE(scanner->isPresented());
 }
 
+TEST_F(ScannerLifeTest, ItMovesToAnotherWindowInsideTheCallThatItFailedInItsOwn) {
+    cameras->hasCamera = false;
+    host->whenCalled = [this](const std::string&) {
+        host->whenCalled = nullptr;
+        cameras->hasCamera = true;
+        capture::dismiss(*scanner, false);
+        present();
+    };
+    capture::present(*scanner, false);
+    EXPECT_EQ(host->calls, Calls{"failed"});
+    EXPECT_TRUE(scanner->isPresented());
+    EXPECT_EQ(scanner->window(), window.get());
+}
+
 TEST_F(ScannerLifeTest, ItsOwnWindowIsClosedOnce) {
     capture::present(*scanner, false);
     const QPointer<QQuickWindow> own = scanner->window();
