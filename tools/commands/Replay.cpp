@@ -101,11 +101,7 @@ void open(ReplayInput& input, bool isForSeveral) {
         input.recording = std::make_shared<const testing::Track>(std::get<testing::Track>(std::move(result)));
         return;
     }
-    testing::TrackError error;
-    input.reader = testing::TrackReader::open(input.track, error);
-    if (!input.reader) {
-        throw Failure(error.message);
-    }
+    input.reader = openRecording(input.track);
 }
 
 AnyCodable::Dictionary runReplay(const ReplayOptions& options, const GlobalOptions& global, Terminal& terminal) {

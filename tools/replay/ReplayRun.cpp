@@ -62,11 +62,7 @@ class Recording {
 public:
     explicit Recording(const ReplayInput& input) : track(input.recording), reader(input.reader) {
         if (!track && !reader) {
-            testing::TrackError error;
-            reader = TrackReader::open(input.track, error);
-            if (!reader) {
-                throw Failure(error.message);
-            }
+            reader = openRecording(input.track);
         }
     }
 
@@ -199,6 +195,15 @@ private:
 };
 
 } // namespace
+
+std::shared_ptr<TrackReader> openRecording(const std::string& path) {
+    testing::TrackError error;
+    std::shared_ptr<TrackReader> reader = TrackReader::open(path, error);
+    if (!reader) {
+        throw Failure(error.message);
+    }
+    return reader;
+}
 
 ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global) {
     return Run(input, readers, global).carryOut();

@@ -55,6 +55,9 @@ struct ReplayReaders {
 /// How long a replay goes on after its last fix, so that what was begun comes to its end.
 inline constexpr std::chrono::seconds replayTail{10};
 
+/// Opens a recording's file. Throws a `Failure`.
+[[nodiscard]] std::shared_ptr<testing::TrackReader> openRecording(const std::string& path);
+
 /// Lets a simulated phone follow the recording with an application that tracks in the background, as fast as it goes,
 /// in memory that does not grow with the recording's length. Throws a `Failure`, and `Interrupted` once a signal came.
 [[nodiscard]] ReplaySummary replay(const ReplayInput& input, const ReplayReaders& readers, const GlobalOptions& global);
