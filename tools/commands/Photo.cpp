@@ -1,13 +1,13 @@
 #include "tools/commands/Photo.h"
 
 #include <algorithm>
-#include <cctype>
 #include <memory>
 #include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "testing/TrackText.h"
 #include "tools/Arguments.h"
 #include "tools/Failure.h"
 #include "tools/InputFile.h"
@@ -51,13 +51,6 @@ QVQuestion questionOf(const PhotoOptions& options) {
     return *questions.front();
 }
 
-/// The ending of a name counts in capitals, too.
-bool isPNG(const std::string& path) {
-    constexpr std::string_view ending = ".png";
-    const auto isSame = [](unsigned char letter, char lower) { return std::tolower(letter) == lower; };
-    return path.size() >= ending.size() && std::equal(path.end() - ending.size(), path.end(), ending.begin(), isSame);
-}
-
 void writeFile(const std::string& path, const std::string& content) {
     OutputFile file(path);
     file.write(content);
@@ -66,7 +59,9 @@ void writeFile(const std::string& path, const std::string& content) {
 
 AnyCodable::Dictionary photo(const PhotoOptions& options, const GlobalOptions& global, Terminal& terminal) {
     const auto picture = takePhoto(questionOf(options), options, global, terminal);
-    const std::optional<std::string> file = isPNG(options.output) ? picture->png() : picture->jpeg(photoQuality);
+    // The ending of a name counts in capitals, too.
+    const bool isPNG = testing::lowered(std::string_view(options.output)).ends_with(".png");
+    const std::optional<std::string> file = isPNG ? picture->png() : picture->jpeg(photoQuality);
     if (!file) {
         throw Failure("the photo cannot be encoded");
     }
