@@ -4,6 +4,9 @@
 
 namespace quorvane::tool {
 
+/// How wide the labels are of what the commands below `tasks` print.
+inline constexpr std::size_t taskColumn = 16;
+
 // What the commands below `tasks` do.
 
 AnyCodable::Dictionary claimTask(const TaskOptions& options, const GlobalOptions& global, Terminal& terminal);

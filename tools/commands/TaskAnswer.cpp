@@ -10,8 +10,6 @@
 namespace quorvane::tool {
 namespace {
 
-constexpr std::size_t answerColumn = 16;
-
 void requireSubmitted(const Submitted& submitted) {
     if (submitted.status == QVStatus::SUCCESS) {
         return;
@@ -58,13 +56,13 @@ AnyCodable::Dictionary submitEntry(const TaskOptions& options, const GlobalOptio
     const QVTaskResponse& response = *submitted.response;
     terminal.line("answered " + questionText(*task, options.question));
     if (response.score) {
-        terminal.row("score", std::to_string(*response.score), answerColumn);
+        terminal.row("score", std::to_string(*response.score), taskColumn);
     }
-    terminal.row("state", json::rawValue(response.state), answerColumn);
+    terminal.row("state", json::rawValue(response.state), taskColumn);
     if (response.photoUrl) {
-        terminal.row("photo", printable(*response.photoUrl), answerColumn);
+        terminal.row("photo", printable(*response.photoUrl), taskColumn);
     }
-    terminal.row("next question", response.nextKey ? questionText(*task, *response.nextKey) : "none", answerColumn);
+    terminal.row("next question", response.nextKey ? questionText(*task, *response.nextKey) : "none", taskColumn);
     return {{"response", json::readExactly(json::encode(response))}};
 }
 

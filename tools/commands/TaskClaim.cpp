@@ -10,8 +10,6 @@
 namespace quorvane::tool {
 namespace {
 
-constexpr std::size_t claimColumn = 16;
-
 void requireClaimed(QVStatus status, const QVTask& task, const TaskOptions& options, const Session& session) {
     const std::string sentence(sentenceFor(status));
     if (status == QVStatus::ERROR_LOCATION && !options.at) {
@@ -49,10 +47,10 @@ AnyCodable::Dictionary claimTask(const TaskOptions& options, const GlobalOptions
     }
 
     terminal.line("claimed " + titleOf(*claimed.task));
-    terminal.row("key", printable(claimed.task->key.value_or("")), claimColumn);
-    terminal.row("state", json::rawValue(claimed.task->state), claimColumn);
+    terminal.row("key", printable(claimed.task->key.value_or("")), taskColumn);
+    terminal.row("state", json::rawValue(claimed.task->state), taskColumn);
     if (claimed.task->nextQuestion) {
-        terminal.row("next question", questionText(*claimed.task, *claimed.task->nextQuestion), claimColumn);
+        terminal.row("next question", questionText(*claimed.task, *claimed.task->nextQuestion), taskColumn);
     }
     return {{"task", json::readExactly(json::encode(*claimed.task))}};
 }
